@@ -1,0 +1,339 @@
+#include <Application.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <climits>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <strings.h>
+
+#include "DisplayLoop.h"
+#include "LooperRegistry.h"
+#include "MessagePrivate.h"
+#include "PulseTimer.h"
+#include "WindowList.h"
+
+BApplication* be_app = nullptr;
+BMessenger be_app_messenger;
+
+namespace {
+
+const char kSignaturePrefix[] = "application/";
+
+// The running executable as an entry: the folder it lives in and its leaf name.
+status_t
+ExecutableRef(entry_ref* ref)
+{
+	char path[PATH_MAX];
+	ssize_t length = readlink("/proc/self/exe", path, sizeof(path) - 1);
+	if (length <= 0)
+		return B_ENTRY_NOT_FOUND;
+	path[length] = '\0';
+	char* slash = strrchr(path, '/');
+	if (slash == nullptr)
+		return B_ENTRY_NOT_FOUND;
+	*slash = '\0';
+	struct stat folder;
+	if (stat(slash == path ? "/" : path, &folder) != 0)
+		return B_ENTRY_NOT_FOUND;
+	ref->device = folder.st_dev;
+	ref->directory = folder.st_ino;
+	return ref->set_name(slash + 1);
+}
+
+}	// namespace
+
+BApplication::BApplication(const char* signature)
+	: BLooper("application")
+{
+	pvInit(signature);
+}
+
+BApplication::BApplication(const char* signature, status_t* error)
+	: BLooper("application")
+{
+	pvInit(signature);
+	if (error != nullptr)
+		*error = fInitStatus;
+}
+
+BApplication::~BApplication()
+{
+	fPulse.reset();
+	if (be_app == this) {
+		be_app = nullptr;
+		be_app_messenger = BMessenger();
+	}
+}
+
+void
+BApplication::pvInit(const char* signature)
+{
+	fDeleteOnQuit = false;
+	if (signature == nullptr || strncasecmp(signature, kSignaturePrefix,
+			sizeof(kSignaturePrefix) - 1) != 0
+		|| strlen(signature) >= B_MIME_TYPE_LENGTH) {
+		fInitStatus = B_BAD_VALUE;
+		return;
+	}
+	if (be_app != nullptr) {
+		fInitStatus = B_ALREADY_RUNNING;
+		return;
+	}
+	fSignature = signature;
+	be_app = this;
+	be_app_messenger = BMessenger(this);
+	fPulse = std::make_unique<BPrivate::PulseTimer>(be_app_messenger);
+	pvReadCommandLine();
+}
+
+void
+BApplication::pvReadCommandLine()
+{
+	std::ifstream file("/proc/self/cmdline", std::ios::binary);
+	std::string line((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+	fArguments.clear();
+	size_t start = 0;
+	while (start < line.size()) {
+		size_t end = line.find('\0', start);
+		if (end == std::string::npos)
+			end = line.size();
+		fArguments.push_back(line.substr(start, end - start));
+		start = end + 1;
+	}
+}
+
+void
+BApplication::SetLaunchArguments(int32 argc, const char* const* argv)
+{
+	fArguments.clear();
+	for (int32 i = 0; i < argc && argv != nullptr; i++)
+		fArguments.push_back(argv[i] != nullptr ? argv[i] : "");
+}
+
+BMessage
+BApplication::pvArgvMessage() const
+{
+	BMessage message(B_ARGV_RECEIVED);
+	message.AddInt32("argc", static_cast<int32>(fArguments.size()));
+	for (const std::string& argument : fArguments)
+		message.AddString("argv", argument.c_str());
+	char cwd[PATH_MAX];
+	if (getcwd(cwd, sizeof(cwd)) != nullptr)
+		message.AddString("cwd", cwd);
+	return message;
+}
+
+// #pragma mark - running
+
+thread_id
+BApplication::Run()
+{
+	if (fInitStatus != B_OK)
+		return fInitStatus;
+	if (fArguments.size() > 1) {
+		BMessage* argv = new BMessage(pvArgvMessage());
+		BPrivate::MessageAccess::SetTarget(argv, pvToken());
+		pvEnqueueFirst(argv);
+	}
+	PostMessage(B_READY_TO_RUN);
+
+	thread_id thread = BLooper::Run();
+	if (thread < 0)
+		return thread;
+	if (BPrivate::DisplayLoop* display = BPrivate::GetDisplayLoop())
+		display->Run();
+	wait_for_thread(thread, nullptr);
+	return thread;
+}
+
+void
+BApplication::pvLoopEnded()
+{
+	if (fPulse != nullptr)
+		fPulse->SetRate(0);
+	BLooper::pvLoopEnded();
+	if (BPrivate::DisplayLoop* display = BPrivate::GetDisplayLoop())
+		display->Quit();
+}
+
+void
+BApplication::Quit()
+{
+	// The application object belongs to main: the loop ends, nothing is deleted.
+	// From another thread (or before Run) the quit waits its turn in the queue.
+	if (fRunCalled && find_thread(nullptr) == Thread())
+		fTerminating = true;
+	else
+		PostMessage(_QUIT_);
+}
+
+bool
+BApplication::QuitRequested()
+{
+	return pvQuitWindows();
+}
+
+bool
+BApplication::pvQuitWindows()
+{
+	// Ask each window in turn; the first that refuses keeps the application running.
+	for (int32 i = BPrivate::CountWindows() - 1; i >= 0; i--) {
+		BLooper* window = BPrivate::WindowLooperAt(i);
+		if (window == nullptr || !window->Lock())
+			continue;
+		if (!window->QuitRequested()) {
+			window->Unlock();
+			return false;
+		}
+		window->Quit();
+	}
+	return true;
+}
+
+// #pragma mark - dispatching
+
+void
+BApplication::DispatchMessage(BMessage* message, BHandler* handler)
+{
+	if (handler != this) {
+		BLooper::DispatchMessage(message, handler);
+		return;
+	}
+	switch (message->what) {
+		case B_ARGV_RECEIVED:
+			pvDispatchArgv(message);
+			break;
+		case B_REFS_RECEIVED:
+			RefsReceived(message);
+			break;
+		case B_READY_TO_RUN:
+			if (fLaunching) {
+				fLaunching = false;
+				ReadyToRun();
+			}
+			break;
+		case B_ABOUT_REQUESTED:
+			AboutRequested();
+			break;
+		case B_PULSE:
+			fPulse->PulseHandled();
+			Pulse();
+			break;
+		case B_APP_ACTIVATED: {
+			bool active;
+			if (message->FindBool("active", &active) == B_OK)
+				AppActivated(active);
+			break;
+		}
+		default:
+			BLooper::DispatchMessage(message, handler);
+			break;
+	}
+}
+
+void
+BApplication::pvDispatchArgv(BMessage* message)
+{
+	std::vector<std::string> arguments;
+	const char* argument;
+	for (int32 i = 0; message->FindString("argv", i, &argument) == B_OK; i++)
+		arguments.push_back(argument);
+	std::vector<char*> argv;
+	for (std::string& each : arguments)
+		argv.push_back(each.data());
+	argv.push_back(nullptr);
+	ArgvReceived(static_cast<int32>(arguments.size()), argv.data());
+}
+
+void
+BApplication::MessageReceived(BMessage* message)
+{
+	BLooper::MessageReceived(message);
+}
+
+// The hooks below are for applications to implement; by default they do nothing.
+
+void
+BApplication::Pulse()
+{
+}
+
+void
+BApplication::ReadyToRun()
+{
+}
+
+void
+BApplication::ArgvReceived(int32, char**)
+{
+}
+
+void
+BApplication::AppActivated(bool)
+{
+}
+
+void
+BApplication::RefsReceived(BMessage*)
+{
+}
+
+void
+BApplication::AboutRequested()
+{
+}
+
+// #pragma mark - information
+
+void
+BApplication::SetPulseRate(bigtime_t rate)
+{
+	if (fPulse != nullptr)
+		fPulse->SetRate(rate);
+}
+
+status_t
+BApplication::GetAppInfo(app_info* info) const
+{
+	if (info == nullptr)
+		return B_BAD_VALUE;
+	if (fInitStatus != B_OK)
+		return fInitStatus;
+	info->thread = Thread();
+	info->team = current_team();
+	info->port = pvPort();
+	info->flags = B_MULTIPLE_LAUNCH;
+	strncpy(info->signature, fSignature.c_str(), B_MIME_TYPE_LENGTH - 1);
+	info->signature[B_MIME_TYPE_LENGTH - 1] = '\0';
+	return ExecutableRef(&info->ref);
+}
+
+int32
+BApplication::CountWindows() const
+{
+	return BPrivate::CountWindows();
+}
+
+BWindow*
+BApplication::WindowAt(int32 index) const
+{
+	return BPrivate::WindowAt(index);
+}
+
+int32
+BApplication::CountLoopers() const
+{
+	return static_cast<int32>(BPrivate::LooperRegistry::Default().Loopers().size());
+}
+
+BLooper*
+BApplication::LooperAt(int32 index) const
+{
+	std::vector<BLooper*> loopers = BPrivate::LooperRegistry::Default().Loopers();
+	if (index < 0 || static_cast<size_t>(index) >= loopers.size())
+		return nullptr;
+	return loopers[index];
+}
