@@ -216,7 +216,7 @@ XattrString(const uint8* data, int32 size, String& text)
 bool
 IconString(int32 size, String& text)
 {
-	int32 side = static_cast<int32>(std::lround(std::sqrt(double(size))));
+	int64 side = std::llround(std::sqrt(double(size)));
 	if (side * side != size)
 		return false;
 	text.SetToFormat("%d x %d icon", static_cast<int>(side), static_cast<int>(side));
