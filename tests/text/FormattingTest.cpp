@@ -51,7 +51,7 @@ TEST(Formatting, RectanglesAndPoints)
 
 TEST(Formatting, DatesAndTimesInLocalTime)
 {
-	setenv("TZ", "UTC", 1);
+	setenv("TZ", "UTC0", 1);
 	tzset();
 	// 2004-03-07 14:05:09 UTC
 	const time_t time = 1078668309;
