@@ -71,6 +71,14 @@ TEST(RandomInput, AttrStringsOfEveryTypeAndSize)
 				EXPECT_EQ(length, 0u);
 			}
 
+			AttrData current("name", type, data.get(), size);
+			String question;
+			String details;
+			int32 newSize = random() % (size + 1);
+			MakeChangeStrings(current, "other", "RAWT", data.get(), newSize,
+				question, details);
+			EXPECT_EQ(question.Length() == 0, details.Length() == 0);
+
 			long converted = size;
 			void* value = data.get();
 			uint32 newType = AllTypes()[random() % AllTypes().size()];
