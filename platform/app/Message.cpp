@@ -36,7 +36,7 @@
 #include <cstring>
 
 #include "MessagePrivate.h"
-#include "ReplyChannel.h"
+#include "ReplyState.h"
 
 namespace {
 
@@ -245,7 +245,12 @@ BMessage::BMessage(const BMessage& other)
 	*this = other;
 }
 
-BMessage::~BMessage() = default;
+BMessage::~BMessage()
+{
+	// An unanswered message tells a waiting sender that no reply will come.
+	if (fReplyState != nullptr)
+		fReplyState->Abandon();
+}
 
 BMessage&
 BMessage::operator=(const BMessage& other)
@@ -257,9 +262,11 @@ BMessage::operator=(const BMessage& other)
 	fDelivered = other.fDelivered;
 	fIsReply = other.fIsReply;
 	fReplied = other.fReplied;
+	if (fReplyState != nullptr && fReplyState != other.fReplyState)
+		fReplyState->Abandon();
 	fReturnAddress.reset(other.fReturnAddress != nullptr
 		? new BMessenger(*other.fReturnAddress) : nullptr);
-	fReplyChannel = other.fReplyChannel;
+	fReplyState = other.fReplyState;
 	fPrevious.reset(other.fPrevious != nullptr ? new BMessage(*other.fPrevious) : nullptr);
 	return *this;
 }
@@ -1360,7 +1367,7 @@ BMessage::WasDelivered() const
 bool
 BMessage::IsSourceWaiting() const
 {
-	return fReplyChannel != nullptr && !fReplyChannel->State().Replied();
+	return fReplyState != nullptr && !fReplyState->Replied();
 }
 
 bool
@@ -1418,9 +1425,9 @@ BMessage::pvSendReply(BMessage* reply, const BMessenger* replyTo, bigtime_t send
 	if (reply == nullptr)
 		return B_BAD_VALUE;
 	bool hasAddress = fReturnAddress != nullptr && fReturnAddress->IsValid();
-	if (fReplyChannel == nullptr && !hasAddress)
+	if (fReplyState == nullptr && !hasAddress)
 		return B_BAD_REPLY;
-	if (fReplied || (fReplyChannel != nullptr && fReplyChannel->State().Replied()))
+	if (fReplied || (fReplyState != nullptr && fReplyState->Replied()))
 		return B_DUPLICATE_REPLY;
 
 	auto answer = std::make_unique<BMessage>(*reply);
@@ -1428,7 +1435,7 @@ BMessage::pvSendReply(BMessage* reply, const BMessenger* replyTo, bigtime_t send
 	answer->fPrevious = std::make_unique<BMessage>();
 	answer->fPrevious->pvCopyFields(*this);
 
-	if (fReplyChannel == nullptr) {
+	if (fReplyState == nullptr) {
 		// The sender did not wait: the reply is a message to its return address.
 		fReplied = true;
 		if (replyToReply != nullptr)
@@ -1441,11 +1448,11 @@ BMessage::pvSendReply(BMessage* reply, const BMessenger* replyTo, bigtime_t send
 	std::shared_ptr<BPrivate::ReplyState> secondState;
 	if (replyToReply != nullptr) {
 		secondState = std::make_shared<BPrivate::ReplyState>();
-		answer->fReplyChannel = std::make_shared<BPrivate::ReplyChannel>(secondState);
+		answer->fReplyState = secondState;
 	}
 	if (replyTo != nullptr)
 		answer->fReturnAddress = std::make_unique<BMessenger>(*replyTo);
-	status_t status = fReplyChannel->State().Deliver(std::move(answer));
+	status_t status = fReplyState->Deliver(std::move(answer));
 	fReplied = true;
 	if (status != B_OK || secondState == nullptr)
 		return status;

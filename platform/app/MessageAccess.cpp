@@ -31,9 +31,9 @@ MessageAccess::SetReturnAddress(BMessage* message, const BMessenger* address)
 }
 
 void
-MessageAccess::SetReplyChannel(BMessage* message, std::shared_ptr<ReplyChannel> channel)
+MessageAccess::SetReplyState(BMessage* message, std::shared_ptr<ReplyState> channel)
 {
-	message->fReplyChannel = std::move(channel);
+	message->fReplyState = std::move(channel);
 }
 
 void

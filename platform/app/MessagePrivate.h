@@ -15,7 +15,7 @@ public:
 	static int32 TargetToken(const BMessage* message);
 	static void SetTarget(BMessage* message, int32 token);
 	static void SetReturnAddress(BMessage* message, const BMessenger* address);
-	static void SetReplyChannel(BMessage* message, std::shared_ptr<ReplyChannel> channel);
+	static void SetReplyState(BMessage* message, std::shared_ptr<ReplyState> channel);
 	static void MarkDelivered(BMessage* message);
 	// Unflattens a message nested depth levels deep in another.
 	static status_t Unflatten(BMessage* message, const uint8* data, size_t size, int depth);

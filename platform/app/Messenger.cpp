@@ -9,7 +9,7 @@
 
 #include "LooperRegistry.h"
 #include "MessagePrivate.h"
-#include "ReplyChannel.h"
+#include "ReplyState.h"
 
 using BPrivate::LooperRegistry;
 
@@ -137,7 +137,7 @@ BMessenger::IsValid() const
 
 status_t
 BMessenger::pvDeliver(const BMessage* message, const BMessenger* returnAddress,
-	std::shared_ptr<BPrivate::ReplyChannel> channel) const
+	std::shared_ptr<BPrivate::ReplyState> channel) const
 {
 	if (message == nullptr)
 		return B_BAD_VALUE;
@@ -147,7 +147,7 @@ BMessenger::pvDeliver(const BMessage* message, const BMessenger* returnAddress,
 	BPrivate::MessageAccess::SetTarget(copy, fHandlerToken);
 	BPrivate::MessageAccess::SetReturnAddress(copy,
 		returnAddress != nullptr && returnAddress->fPort >= 0 ? returnAddress : nullptr);
-	BPrivate::MessageAccess::SetReplyChannel(copy, std::move(channel));
+	BPrivate::MessageAccess::SetReplyState(copy, std::move(channel));
 	return LooperRegistry::Default().Post(fPort, copy);
 }
 
@@ -190,7 +190,7 @@ BMessenger::SendMessage(BMessage* message, BMessage* reply, bigtime_t,
 		return B_MESSAGE_TO_SELF;
 	auto state = std::make_shared<BPrivate::ReplyState>();
 	status_t status = pvDeliver(message, nullptr,
-		std::make_shared<BPrivate::ReplyChannel>(state));
+		state);
 	if (status != B_OK)
 		return status;
 	return state->Wait(replyTimeout, reply);

@@ -60,14 +60,9 @@ PulseTimer::pvRun()
 			[&] { return fQuitting || fRate != rate; });
 		if (changed || fPending)
 			continue;
-		fPending = true;
-		guard.unlock();
-		if (fTarget.SendMessage(B_PULSE) != B_OK) {
-			guard.lock();
-			fPending = false;
-			continue;
-		}
-		guard.lock();
+		// Sent under the lock (posting never blocks), so that no pulse is sent
+		// once SetRate(0) has returned.
+		fPending = fTarget.SendMessage(B_PULSE) == B_OK;
 	}
 }
 

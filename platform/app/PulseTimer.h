@@ -10,7 +10,8 @@
 namespace BPrivate {
 
 // Sends B_PULSE to a target at a settable rate on a thread of its own; a rate of
-// 0 sends nothing. A pulse is not sent while the previous one is still queued.
+// 0 sends nothing. A pulse is not sent while the previous one is still queued,
+// and none is sent after SetRate(0) has returned.
 class PulseTimer {
 public:
 	explicit PulseTimer(const BMessenger& target);

@@ -19,7 +19,7 @@ class BLooper;
 class BMessenger;
 
 namespace BPrivate {
-class ReplyChannel;
+class ReplyState;
 class MessageAccess;
 }
 
@@ -302,7 +302,7 @@ private:
 	bool fDelivered = false;
 	bool fIsReply = false;
 	std::unique_ptr<BMessenger> fReturnAddress;
-	std::shared_ptr<BPrivate::ReplyChannel> fReplyChannel;
+	std::shared_ptr<BPrivate::ReplyState> fReplyState;
 	std::unique_ptr<BMessage> fPrevious;
 	bool fReplied = false;
 	mutable std::unique_ptr<BMessage> fSpecifier;

@@ -56,7 +56,7 @@ private:
 
 	void pvSetTo(port_id port, int32 token, team_id team);
 	status_t pvDeliver(const BMessage* message, const BMessenger* returnAddress,
-		std::shared_ptr<BPrivate::ReplyChannel> channel) const;
+		std::shared_ptr<BPrivate::ReplyState> channel) const;
 
 	port_id fPort = -1;
 	int32 fHandlerToken = B_NULL_TOKEN;

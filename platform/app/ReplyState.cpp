@@ -1,4 +1,6 @@
-#include "ReplyChannel.h"
+#include "ReplyState.h"
+
+#include "MessagePrivate.h"
 
 #include <chrono>
 
@@ -41,7 +43,9 @@ ReplyState::Wait(bigtime_t timeout, BMessage* reply)
 		return B_TIMED_OUT;
 	std::unique_ptr<BMessage> received = std::move(fReply);
 	guard.unlock();
+	// The reply moves to the caller: deleting this copy must not answer it.
 	*reply = *received;
+	MessageAccess::SetReplyState(received.get(), nullptr);
 	return B_OK;
 }
 
