@@ -1431,6 +1431,9 @@ BMessage::pvSendReply(BMessage* reply, const BMessenger* replyTo, bigtime_t send
 		return B_DUPLICATE_REPLY;
 
 	auto answer = std::make_unique<BMessage>(*reply);
+	// The answer starts a conversation of its own (a reply to the reply at most).
+	answer->fReplyState.reset();
+	answer->fReturnAddress.reset();
 	answer->fIsReply = true;
 	answer->fPrevious = std::make_unique<BMessage>();
 	answer->fPrevious->pvCopyFields(*this);

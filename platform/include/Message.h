@@ -42,6 +42,11 @@ enum {
 
 // A message: a command code ("what") and any number of named fields, each holding
 // one or more items of a single type. Items are found by name and index.
+//
+// A delivered message whose sender waits for a reply shares that wait with its
+// copies: the first SendReply() answers, later ones give B_DUPLICATE_REPLY, and
+// deleting a message (or copy) that was not answered sends B_NO_REPLY. To answer
+// later, keep the message itself (BLooper::DetachCurrentMessage).
 class BMessage {
 public:
 	uint32 what;
