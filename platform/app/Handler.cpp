@@ -18,7 +18,7 @@ BHandler::~BHandler()
 {
 	if (fLooper != nullptr && fLooper != this)
 		fLooper->RemoveHandler(this);
-	pvDeleteFilters();
+	BMessageFilter::pvReplaceList(fFilters, nullptr, nullptr);
 	LooperRegistry::Default().RemoveHandler(fToken);
 }
 
@@ -67,30 +67,19 @@ BHandler::NextHandler() const
 void
 BHandler::AddFilter(BMessageFilter* filter)
 {
-	if (filter == nullptr)
-		return;
-	if (fFilters == nullptr)
-		fFilters = new BList;
-	filter->pvSetLooper(fLooper);
-	fFilters->AddItem(filter);
+	BMessageFilter::pvAddTo(fFilters, filter, fLooper);
 }
 
 bool
 BHandler::RemoveFilter(BMessageFilter* filter)
 {
-	if (fFilters == nullptr || !fFilters->RemoveItem(filter))
-		return false;
-	filter->pvSetLooper(nullptr);
-	return true;
+	return BMessageFilter::pvRemoveFrom(fFilters, filter);
 }
 
 void
 BHandler::SetFilterList(BList* filters)
 {
-	pvDeleteFilters();
-	fFilters = filters;
-	for (int32 i = 0; fFilters != nullptr && i < fFilters->CountItems(); i++)
-		static_cast<BMessageFilter*>(fFilters->ItemAt(i))->pvSetLooper(fLooper);
+	BMessageFilter::pvReplaceList(fFilters, filters, fLooper);
 }
 
 BList*
@@ -100,22 +89,10 @@ BHandler::FilterList()
 }
 
 void
-BHandler::pvDeleteFilters()
-{
-	if (fFilters == nullptr)
-		return;
-	for (int32 i = 0; i < fFilters->CountItems(); i++)
-		delete static_cast<BMessageFilter*>(fFilters->ItemAt(i));
-	delete fFilters;
-	fFilters = nullptr;
-}
-
-void
 BHandler::pvSetLooper(BLooper* looper)
 {
 	fLooper = looper;
-	for (int32 i = 0; fFilters != nullptr && i < fFilters->CountItems(); i++)
-		static_cast<BMessageFilter*>(fFilters->ItemAt(i))->pvSetLooper(looper);
+	BMessageFilter::pvSetLooper(fFilters, looper);
 }
 
 bool

@@ -473,34 +473,19 @@ BLooper::ResolveSpecifier(BMessage* message, int32 index, BMessage* specifier, i
 void
 BLooper::AddCommonFilter(BMessageFilter* filter)
 {
-	if (filter == nullptr)
-		return;
-	if (fCommonFilters == nullptr)
-		fCommonFilters = new BList;
-	filter->pvSetLooper(this);
-	fCommonFilters->AddItem(filter);
+	BMessageFilter::pvAddTo(fCommonFilters, filter, this);
 }
 
 bool
 BLooper::RemoveCommonFilter(BMessageFilter* filter)
 {
-	if (fCommonFilters == nullptr || !fCommonFilters->RemoveItem(filter))
-		return false;
-	filter->pvSetLooper(nullptr);
-	return true;
+	return BMessageFilter::pvRemoveFrom(fCommonFilters, filter);
 }
 
 void
 BLooper::SetCommonFilterList(BList* filters)
 {
-	if (fCommonFilters != nullptr) {
-		for (int32 i = 0; i < fCommonFilters->CountItems(); i++)
-			delete static_cast<BMessageFilter*>(fCommonFilters->ItemAt(i));
-		delete fCommonFilters;
-	}
-	fCommonFilters = filters;
-	for (int32 i = 0; fCommonFilters != nullptr && i < fCommonFilters->CountItems(); i++)
-		static_cast<BMessageFilter*>(fCommonFilters->ItemAt(i))->pvSetLooper(this);
+	BMessageFilter::pvReplaceList(fCommonFilters, filters, this);
 }
 
 BList*

@@ -614,31 +614,35 @@ BMessage::DropPoint(BPoint* offset) const
 
 // #pragma mark - adding, finding, replacing typed data
 
-#define FIXED_SIZE_ACCESSORS(Name, Type, typeCode)                                       \
-	status_t BMessage::Add##Name(const char* name, Type value)                           \
+// The forms without an index address the first item.
+#define FIRST_ITEM_FORMS(Name, FindType, ReplaceType, typeCode)                           \
+	status_t BMessage::Find##Name(const char* name, FindType value) const                \
 	{                                                                                    \
-		return pvAddItem(name, typeCode, &value, sizeof(value), true);                   \
+		return Find##Name(name, 0, value);                                               \
 	}                                                                                    \
-	status_t BMessage::Find##Name(const char* name, Type* value) const                   \
+	status_t BMessage::Replace##Name(const char* name, ReplaceType value)                \
 	{                                                                                    \
-		return pvFindValue(name, typeCode, 0, value);                                    \
-	}                                                                                    \
-	status_t BMessage::Find##Name(const char* name, int32 index, Type* value) const      \
-	{                                                                                    \
-		return pvFindValue(name, typeCode, index, value);                                \
-	}                                                                                    \
-	status_t BMessage::Replace##Name(const char* name, Type value)                       \
-	{                                                                                    \
-		return pvReplaceItem(name, typeCode, 0, &value, sizeof(value));                  \
-	}                                                                                    \
-	status_t BMessage::Replace##Name(const char* name, int32 index, Type value)          \
-	{                                                                                    \
-		return pvReplaceItem(name, typeCode, index, &value, sizeof(value));              \
+		return Replace##Name(name, 0, value);                                            \
 	}                                                                                    \
 	bool BMessage::Has##Name(const char* name, int32 index) const                        \
 	{                                                                                    \
 		return HasData(name, typeCode, index);                                           \
 	}
+
+#define FIXED_SIZE_ACCESSORS(Name, Type, typeCode)                                       \
+	status_t BMessage::Add##Name(const char* name, Type value)                           \
+	{                                                                                    \
+		return pvAddItem(name, typeCode, &value, sizeof(value), true);                   \
+	}                                                                                    \
+	status_t BMessage::Find##Name(const char* name, int32 index, Type* value) const      \
+	{                                                                                    \
+		return pvFindValue(name, typeCode, index, value);                                \
+	}                                                                                    \
+	status_t BMessage::Replace##Name(const char* name, int32 index, Type value)          \
+	{                                                                                    \
+		return pvReplaceItem(name, typeCode, index, &value, sizeof(value));              \
+	}                                                                                    \
+	FIRST_ITEM_FORMS(Name, Type*, Type, typeCode)
 
 FIXED_SIZE_ACCESSORS(Int8, int8, B_INT8_TYPE)
 FIXED_SIZE_ACCESSORS(UInt8, uint8, B_UINT8_TYPE)
@@ -653,19 +657,22 @@ FIXED_SIZE_ACCESSORS(Double, double, B_DOUBLE_TYPE)
 FIXED_SIZE_ACCESSORS(Point, BPoint, B_POINT_TYPE)
 FIXED_SIZE_ACCESSORS(Rect, BRect, B_RECT_TYPE)
 
+FIRST_ITEM_FORMS(Bool, bool*, bool, B_BOOL_TYPE)
+FIRST_ITEM_FORMS(Pointer, void**, const void*, B_POINTER_TYPE)
+FIRST_ITEM_FORMS(String, const char**, const char*, B_STRING_TYPE)
+FIRST_ITEM_FORMS(Messenger, BMessenger*, BMessenger, B_MESSENGER_TYPE)
+FIRST_ITEM_FORMS(Ref, entry_ref*, const entry_ref*, B_REF_TYPE)
+FIRST_ITEM_FORMS(Message, BMessage*, const BMessage*, B_MESSAGE_TYPE)
+
+
 #undef FIXED_SIZE_ACCESSORS
+#undef FIRST_ITEM_FORMS
 
 status_t
 BMessage::AddBool(const char* name, bool value)
 {
 	uint8 byte = value ? 1 : 0;
 	return pvAddItem(name, B_BOOL_TYPE, &byte, 1, true);
-}
-
-status_t
-BMessage::FindBool(const char* name, bool* value) const
-{
-	return FindBool(name, 0, value);
 }
 
 status_t
@@ -679,22 +686,10 @@ BMessage::FindBool(const char* name, int32 index, bool* value) const
 }
 
 status_t
-BMessage::ReplaceBool(const char* name, bool value)
-{
-	return ReplaceBool(name, 0, value);
-}
-
-status_t
 BMessage::ReplaceBool(const char* name, int32 index, bool value)
 {
 	uint8 byte = value ? 1 : 0;
 	return pvReplaceItem(name, B_BOOL_TYPE, index, &byte, 1);
-}
-
-bool
-BMessage::HasBool(const char* name, int32 index) const
-{
-	return HasData(name, B_BOOL_TYPE, index);
 }
 
 status_t
@@ -702,12 +697,6 @@ BMessage::AddPointer(const char* name, const void* pointer)
 {
 	uint64 value = reinterpret_cast<uintptr_t>(pointer);
 	return pvAddItem(name, B_POINTER_TYPE, &value, sizeof(value), true);
-}
-
-status_t
-BMessage::FindPointer(const char* name, void** pointer) const
-{
-	return FindPointer(name, 0, pointer);
 }
 
 status_t
@@ -721,22 +710,10 @@ BMessage::FindPointer(const char* name, int32 index, void** pointer) const
 }
 
 status_t
-BMessage::ReplacePointer(const char* name, const void* pointer)
-{
-	return ReplacePointer(name, 0, pointer);
-}
-
-status_t
 BMessage::ReplacePointer(const char* name, int32 index, const void* pointer)
 {
 	uint64 value = reinterpret_cast<uintptr_t>(pointer);
 	return pvReplaceItem(name, B_POINTER_TYPE, index, &value, sizeof(value));
-}
-
-bool
-BMessage::HasPointer(const char* name, int32 index) const
-{
-	return HasData(name, B_POINTER_TYPE, index);
 }
 
 status_t
@@ -754,12 +731,6 @@ BMessage::AddString(const char* name, const BString& string)
 }
 
 status_t
-BMessage::FindString(const char* name, const char** string) const
-{
-	return FindString(name, 0, string);
-}
-
-status_t
 BMessage::FindString(const char* name, int32 index, const char** string) const
 {
 	if (string == nullptr)
@@ -772,12 +743,6 @@ BMessage::FindString(const char* name, int32 index, const char** string) const
 }
 
 status_t
-BMessage::FindString(const char* name, BString* string) const
-{
-	return FindString(name, 0, string);
-}
-
-status_t
 BMessage::FindString(const char* name, int32 index, BString* string) const
 {
 	if (string == nullptr)
@@ -787,12 +752,6 @@ BMessage::FindString(const char* name, int32 index, BString* string) const
 	if (status == B_OK)
 		string->SetTo(found);
 	return status;
-}
-
-status_t
-BMessage::ReplaceString(const char* name, const char* string)
-{
-	return ReplaceString(name, 0, string);
 }
 
 status_t
@@ -815,23 +774,11 @@ BMessage::ReplaceString(const char* name, int32 index, const BString& string)
 	return ReplaceString(name, index, string.String());
 }
 
-bool
-BMessage::HasString(const char* name, int32 index) const
-{
-	return HasData(name, B_STRING_TYPE, index);
-}
-
 status_t
 BMessage::AddMessenger(const char* name, BMessenger messenger)
 {
 	int32 values[3] = {messenger.fPort, messenger.fHandlerToken, messenger.fTeam};
 	return pvAddItem(name, B_MESSENGER_TYPE, values, sizeof(values), true);
-}
-
-status_t
-BMessage::FindMessenger(const char* name, BMessenger* messenger) const
-{
-	return FindMessenger(name, 0, messenger);
 }
 
 status_t
@@ -850,22 +797,10 @@ BMessage::FindMessenger(const char* name, int32 index, BMessenger* messenger) co
 }
 
 status_t
-BMessage::ReplaceMessenger(const char* name, BMessenger messenger)
-{
-	return ReplaceMessenger(name, 0, messenger);
-}
-
-status_t
 BMessage::ReplaceMessenger(const char* name, int32 index, BMessenger messenger)
 {
 	int32 values[3] = {messenger.fPort, messenger.fHandlerToken, messenger.fTeam};
 	return pvReplaceItem(name, B_MESSENGER_TYPE, index, values, sizeof(values));
-}
-
-bool
-BMessage::HasMessenger(const char* name, int32 index) const
-{
-	return HasData(name, B_MESSENGER_TYPE, index);
 }
 
 status_t
@@ -875,12 +810,6 @@ BMessage::AddRef(const char* name, const entry_ref* ref)
 		return B_BAD_VALUE;
 	std::vector<uint8> flat = FlattenRef(*ref);
 	return pvAddItem(name, B_REF_TYPE, flat.data(), flat.size(), false);
-}
-
-status_t
-BMessage::FindRef(const char* name, entry_ref* ref) const
-{
-	return FindRef(name, 0, ref);
 }
 
 status_t
@@ -903,24 +832,12 @@ BMessage::FindRef(const char* name, int32 index, entry_ref* ref) const
 }
 
 status_t
-BMessage::ReplaceRef(const char* name, const entry_ref* ref)
-{
-	return ReplaceRef(name, 0, ref);
-}
-
-status_t
 BMessage::ReplaceRef(const char* name, int32 index, const entry_ref* ref)
 {
 	if (ref == nullptr)
 		return B_BAD_VALUE;
 	std::vector<uint8> flat = FlattenRef(*ref);
 	return pvReplaceItem(name, B_REF_TYPE, index, flat.data(), flat.size());
-}
-
-bool
-BMessage::HasRef(const char* name, int32 index) const
-{
-	return HasData(name, B_REF_TYPE, index);
 }
 
 status_t
@@ -930,12 +847,6 @@ BMessage::AddMessage(const char* name, const BMessage* message)
 		return B_BAD_VALUE;
 	std::vector<uint8> flat = FlattenMessage(*message);
 	return pvAddItem(name, B_MESSAGE_TYPE, flat.data(), flat.size(), false);
-}
-
-status_t
-BMessage::FindMessage(const char* name, BMessage* message) const
-{
-	return FindMessage(name, 0, message);
 }
 
 status_t
@@ -951,24 +862,12 @@ BMessage::FindMessage(const char* name, int32 index, BMessage* message) const
 }
 
 status_t
-BMessage::ReplaceMessage(const char* name, const BMessage* message)
-{
-	return ReplaceMessage(name, 0, message);
-}
-
-status_t
 BMessage::ReplaceMessage(const char* name, int32 index, const BMessage* message)
 {
 	if (message == nullptr)
 		return B_BAD_VALUE;
 	std::vector<uint8> flat = FlattenMessage(*message);
 	return pvReplaceItem(name, B_MESSAGE_TYPE, index, flat.data(), flat.size());
-}
-
-bool
-BMessage::HasMessage(const char* name, int32 index) const
-{
-	return HasData(name, B_MESSAGE_TYPE, index);
 }
 
 status_t
@@ -1058,6 +957,13 @@ BMessage::GetString(const char* name, const char* defaultValue) const
 {
 	const char* value;
 	return FindString(name, &value) == B_OK ? value : defaultValue;
+}
+
+
+status_t
+BMessage::FindString(const char* name, BString* string) const
+{
+	return FindString(name, 0, string);
 }
 
 // #pragma mark - flattening

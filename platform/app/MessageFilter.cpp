@@ -72,3 +72,42 @@ BMessageFilter::pvRun(BMessage* message, BHandler** target)
 		return fFilterFunction(message, target, this);
 	return Filter(message, target);
 }
+
+void
+BMessageFilter::pvAddTo(BList*& list, BMessageFilter* filter, BLooper* looper)
+{
+	if (filter == nullptr)
+		return;
+	if (list == nullptr)
+		list = new BList;
+	filter->pvSetLooper(looper);
+	list->AddItem(filter);
+}
+
+bool
+BMessageFilter::pvRemoveFrom(BList* list, BMessageFilter* filter)
+{
+	if (list == nullptr || !list->RemoveItem(filter))
+		return false;
+	filter->pvSetLooper(nullptr);
+	return true;
+}
+
+void
+BMessageFilter::pvReplaceList(BList*& list, BList* filters, BLooper* looper)
+{
+	if (list != nullptr) {
+		for (int32 i = 0; i < list->CountItems(); i++)
+			delete static_cast<BMessageFilter*>(list->ItemAt(i));
+		delete list;
+	}
+	list = filters;
+	pvSetLooper(list, looper);
+}
+
+void
+BMessageFilter::pvSetLooper(BList* list, BLooper* looper)
+{
+	for (int32 i = 0; list != nullptr && i < list->CountItems(); i++)
+		static_cast<BMessageFilter*>(list->ItemAt(i))->pvSetLooper(looper);
+}

@@ -51,7 +51,6 @@ private:
 	friend class BApplication;
 
 	void pvSetLooper(BLooper* looper);
-	void pvDeleteFilters();
 	int32 pvToken() const { return fToken; }
 
 	int32 fToken;

@@ -2,6 +2,7 @@
 #define _MESSAGE_FILTER_H
 
 #include <Handler.h>
+#include <List.h>
 
 class BMessage;
 
@@ -58,6 +59,12 @@ private:
 	bool pvApplies(const BMessage* message) const;
 	filter_result pvRun(BMessage* message, BHandler** target);
 	void pvSetLooper(BLooper* looper) { fLooper = looper; }
+
+	// The filter lists of handlers and loopers; a list owns its filters.
+	static void pvAddTo(BList*& list, BMessageFilter* filter, BLooper* looper);
+	static bool pvRemoveFrom(BList* list, BMessageFilter* filter);
+	static void pvReplaceList(BList*& list, BList* filters, BLooper* looper);
+	static void pvSetLooper(BList* list, BLooper* looper);
 
 	uint32 fWhat = 0;
 	bool fFiltersAny = true;
