@@ -12,6 +12,15 @@ namespace {
 std::mutex sLock;
 std::vector<std::pair<BWindow*, BLooper*>> sWindows;
 
+std::pair<BWindow*, BLooper*>
+EntryAt(int32 index)
+{
+	std::lock_guard<std::mutex> guard(sLock);
+	if (index < 0 || static_cast<size_t>(index) >= sWindows.size())
+		return {nullptr, nullptr};
+	return sWindows[index];
+}
+
 }
 
 void
@@ -38,19 +47,13 @@ CountWindows()
 BWindow*
 WindowAt(int32 index)
 {
-	std::lock_guard<std::mutex> guard(sLock);
-	if (index < 0 || static_cast<size_t>(index) >= sWindows.size())
-		return nullptr;
-	return sWindows[index].first;
+	return EntryAt(index).first;
 }
 
 BLooper*
 WindowLooperAt(int32 index)
 {
-	std::lock_guard<std::mutex> guard(sLock);
-	if (index < 0 || static_cast<size_t>(index) >= sWindows.size())
-		return nullptr;
-	return sWindows[index].second;
+	return EntryAt(index).second;
 }
 
 }
