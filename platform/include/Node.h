@@ -7,6 +7,7 @@
 #include <string>
 
 #include <Statable.h>
+#include <StorageDefs.h>
 #include <SupportDefs.h>
 #include <fs_attr.h>
 
@@ -62,6 +63,8 @@ protected:
 	status_t _StatTarget(int* fd, const char** path, int* flags) const override;
 	// Opens path with the given open(2) flags; O_PATH opens reach attributes by path.
 	status_t _Open(const std::string& path, int flags);
+	// Closes the node and leaves status as its InitCheck.
+	status_t _Fail(status_t status);
 	const std::string& _Path() const { return fPath; }
 	int _Descriptor() const { return fFd; }
 

@@ -61,7 +61,7 @@ BDirectory::SetTo(const entry_ref* ref)
 	BPath path(ref);
 	if (path.InitCheck() != B_OK) {
 		Unset();
-		return path.InitCheck();
+		return _Fail(path.InitCheck());
 	}
 	return SetTo(path.Path());
 }
@@ -72,7 +72,7 @@ BDirectory::SetTo(const BEntry* entry)
 	BPath path(entry);
 	if (path.InitCheck() != B_OK) {
 		Unset();
-		return path.InitCheck();
+		return _Fail(path.InitCheck());
 	}
 	return SetTo(path.Path());
 }

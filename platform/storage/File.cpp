@@ -44,10 +44,8 @@ status_t
 BFile::SetTo(const entry_ref* ref, uint32 openMode)
 {
 	BPath path(ref);
-	if (path.InitCheck() != B_OK) {
-		Unset();
-		return path.InitCheck();
-	}
+	if (path.InitCheck() != B_OK)
+		return _Fail(path.InitCheck());
 	return _OpenFile(path.Path(), openMode);
 }
 
@@ -55,10 +53,8 @@ status_t
 BFile::SetTo(const BEntry* entry, uint32 openMode)
 {
 	BPath path(entry);
-	if (path.InitCheck() != B_OK) {
-		Unset();
-		return path.InitCheck();
-	}
+	if (path.InitCheck() != B_OK)
+		return _Fail(path.InitCheck());
 	return _OpenFile(path.Path(), openMode);
 }
 
@@ -72,10 +68,8 @@ status_t
 BFile::SetTo(const BDirectory* dir, const char* path, uint32 openMode)
 {
 	BPath full(dir, path);
-	if (full.InitCheck() != B_OK) {
-		Unset();
-		return B_BAD_VALUE;
-	}
+	if (full.InitCheck() != B_OK)
+		return _Fail(B_BAD_VALUE);
 	return _OpenFile(full.Path(), openMode);
 }
 
@@ -168,9 +162,7 @@ BFile::_OpenFile(const std::string& path, uint32 openMode)
 	if (_Open(path, openMode) != B_OK)
 		return InitCheck();
 	struct stat st;
-	if (GetStat(&st) == B_OK && S_ISDIR(st.st_mode)) {
-		Unset();
-		return B_IS_A_DIRECTORY;
-	}
+	if (GetStat(&st) == B_OK && S_ISDIR(st.st_mode))
+		return _Fail(B_IS_A_DIRECTORY);
 	return B_OK;
 }

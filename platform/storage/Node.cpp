@@ -411,6 +411,13 @@ BNode::_Open(const std::string& path, int flags)
 }
 
 status_t
+BNode::_Fail(status_t status)
+{
+	Unset();
+	return fStatus = status;
+}
+
+status_t
 BNode::_SetToPath(const std::string& path)
 {
 	struct stat st;

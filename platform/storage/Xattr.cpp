@@ -121,6 +121,10 @@ XattrTarget::List(std::vector<char>* names) const
 			names->resize(size);
 			return B_OK;
 		}
+		// Linux lists at most 64 KiB of names (XATTR_LIST_MAX); beyond that the
+		// node's attributes cannot be listed at all.
+		if (errno == E2BIG)
+			return B_BAD_DATA;
 		if (errno != ERANGE)
 			return last_status();
 	}
