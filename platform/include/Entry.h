@@ -75,6 +75,8 @@ private:
 	friend class BNode;
 	friend class BPath;
 
+	status_t _ParentPath(std::string* parent) const;
+
 	std::string fPath;
 	status_t fStatus;
 };

@@ -146,27 +146,17 @@ BEntry::GetPath(BPath* path) const
 status_t
 BEntry::GetParent(BEntry* entry) const
 {
-	if (entry == nullptr)
-		return B_BAD_VALUE;
-	if (fStatus != B_OK)
-		return fStatus;
-	std::string parent = parent_of(fPath);
-	if (parent.empty())
-		return B_ENTRY_NOT_FOUND;
-	return entry->SetTo(parent.c_str());
+	std::string parent;
+	status_t status = entry != nullptr ? _ParentPath(&parent) : status_t(B_BAD_VALUE);
+	return status == B_OK ? entry->SetTo(parent.c_str()) : status;
 }
 
 status_t
 BEntry::GetParent(BDirectory* dir) const
 {
-	if (dir == nullptr)
-		return B_BAD_VALUE;
-	if (fStatus != B_OK)
-		return fStatus;
-	std::string parent = parent_of(fPath);
-	if (parent.empty())
-		return B_ENTRY_NOT_FOUND;
-	return dir->SetTo(parent.c_str());
+	std::string parent;
+	status_t status = dir != nullptr ? _ParentPath(&parent) : status_t(B_BAD_VALUE);
+	return status == B_OK ? dir->SetTo(parent.c_str()) : status;
 }
 
 status_t
@@ -257,6 +247,15 @@ BEntry::operator=(const BEntry& item)
 	fPath = item.fPath;
 	fStatus = item.fStatus;
 	return *this;
+}
+
+status_t
+BEntry::_ParentPath(std::string* parent) const
+{
+	if (fStatus != B_OK)
+		return fStatus;
+	*parent = parent_of(fPath);
+	return parent->empty() ? status_t(B_ENTRY_NOT_FOUND) : status_t(B_OK);
 }
 
 status_t

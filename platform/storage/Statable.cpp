@@ -5,6 +5,24 @@
 
 #include "StorageUtils.h"
 
+namespace {
+
+// Stores one field of the stat of statable in *value.
+template<typename Value, typename Field>
+status_t
+StatField(const BStatable& statable, Value* value, Field field)
+{
+	if (value == nullptr)
+		return B_BAD_VALUE;
+	struct stat st;
+	status_t status = statable.GetStat(&st);
+	if (status == B_OK)
+		*value = field(st);
+	return status;
+}
+
+}	// namespace
+
 BStatable::~BStatable() = default;
 
 status_t
@@ -45,21 +63,13 @@ BStatable::IsSymLink() const
 status_t
 BStatable::GetSize(off_t* size) const
 {
-	struct stat st;
-	status_t status = size != nullptr ? GetStat(&st) : B_BAD_VALUE;
-	if (status == B_OK)
-		*size = st.st_size;
-	return status;
+	return StatField(*this, size, [](const struct stat& st) { return st.st_size; });
 }
 
 status_t
 BStatable::GetModificationTime(time_t* mtime) const
 {
-	struct stat st;
-	status_t status = mtime != nullptr ? GetStat(&st) : B_BAD_VALUE;
-	if (status == B_OK)
-		*mtime = st.st_mtime;
-	return status;
+	return StatField(*this, mtime, [](const struct stat& st) { return st.st_mtime; });
 }
 
 status_t
@@ -100,19 +110,11 @@ BStatable::GetCreationTime(time_t* ctime) const
 status_t
 BStatable::GetOwner(uid_t* owner) const
 {
-	struct stat st;
-	status_t status = owner != nullptr ? GetStat(&st) : B_BAD_VALUE;
-	if (status == B_OK)
-		*owner = st.st_uid;
-	return status;
+	return StatField(*this, owner, [](const struct stat& st) { return st.st_uid; });
 }
 
 status_t
 BStatable::GetPermissions(mode_t* permissions) const
 {
-	struct stat st;
-	status_t status = permissions != nullptr ? GetStat(&st) : B_BAD_VALUE;
-	if (status == B_OK)
-		*permissions = st.st_mode & ~S_IFMT;
-	return status;
+	return StatField(*this, permissions, [](const struct stat& st) { return st.st_mode & ~S_IFMT; });
 }
