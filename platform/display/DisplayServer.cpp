@@ -1,0 +1,289 @@
+#include "DisplayServer.h"
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <cstdlib>
+#include <future>
+#include <chrono>
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include "../app/DisplayLoop.h"
+#include "FrameWindow.h"
+
+namespace BPrivate {
+
+struct DisplayServer::Data {
+	std::mutex lock;
+	std::condition_variable started;
+	QGuiApplication* application = nullptr;
+	std::vector<std::function<void()>> pending;
+	std::atomic<int32> nextId{1};
+	std::atomic<bool> quitPending{false};
+	std::atomic<uint32> modifiers{0};
+	BRect screenFrame;
+	// Touched only in the server's thread.
+	std::map<int32, std::unique_ptr<FrameWindow>> windows;
+};
+
+namespace {
+
+bool
+IsMainThread()
+{
+	return syscall(SYS_gettid) == getpid();
+}
+
+// Runs the display server as the display loop of BApplication::Run().
+class ServerLoop : public DisplayLoop {
+public:
+	void Run() override { DisplayServer::Default().Run(); }
+	void Quit() override { DisplayServer::Default().Quit(); }
+};
+
+ServerLoop sLoop;
+
+// Installed whenever the program uses windows (this file is then linked in).
+struct LoopInstaller {
+	LoopInstaller() { SetDisplayLoop(&sLoop); }
+} sInstaller;
+
+}	// namespace
+
+DisplayServer::DisplayServer()
+	: fData(std::make_unique<Data>())
+{
+}
+
+DisplayServer&
+DisplayServer::Default()
+{
+	// Never destroyed: Qt's objects outlive every window thread.
+	static DisplayServer* server = new DisplayServer;
+	return *server;
+}
+
+void
+DisplayServer::EnsureStarted()
+{
+	std::unique_lock<std::mutex> guard(fData->lock);
+	if (fData->application != nullptr)
+		return;
+	if (!IsMainThread()) {
+		fData->started.wait(guard, [this] { return fData->application != nullptr; });
+		return;
+	}
+	// Without a display, everything runs the same on Qt's offscreen platform.
+	if (getenv("QT_QPA_PLATFORM") == nullptr && getenv("DISPLAY") == nullptr
+		&& getenv("WAYLAND_DISPLAY") == nullptr)
+		setenv("QT_QPA_PLATFORM", "offscreen", 1);
+	static int argc = 1;
+	static char name[] = "vellum";
+	static char* argv[] = {name, nullptr};
+	fData->application = new QGuiApplication(argc, argv);
+	QGuiApplication::setQuitOnLastWindowClosed(false);
+	QScreen* screen = QGuiApplication::primaryScreen();
+	QRect geometry = screen != nullptr ? screen->geometry() : QRect(0, 0, 1024, 768);
+	fData->screenFrame.Set(geometry.left(), geometry.top(), geometry.right(),
+		geometry.bottom());
+	std::vector<std::function<void()>> pending;
+	pending.swap(fData->pending);
+	guard.unlock();
+	for (auto& request : pending)
+		request();
+	fData->started.notify_all();
+}
+
+void
+DisplayServer::Post(std::function<void()> request)
+{
+	std::lock_guard<std::mutex> guard(fData->lock);
+	if (fData->application == nullptr)
+		fData->pending.push_back(std::move(request));
+	else
+		QMetaObject::invokeMethod(fData->application, std::move(request), Qt::QueuedConnection);
+}
+
+status_t
+DisplayServer::Sync(bigtime_t timeout)
+{
+	if (IsMainThread())
+		return B_OK;
+	auto done = std::make_shared<std::promise<void>>();
+	std::future<void> handled = done->get_future();
+	Post([done] { done->set_value(); });
+	return handled.wait_for(std::chrono::microseconds(timeout)) == std::future_status::ready
+		? B_OK : B_TIMED_OUT;
+}
+
+void
+DisplayServer::Run()
+{
+	EnsureStarted();
+	if (!fData->quitPending)
+		QGuiApplication::exec();
+	// Carry out what the quitting windows asked for, then close what is left.
+	QCoreApplication::sendPostedEvents();
+	fData->windows.clear();
+	fData->quitPending = false;
+}
+
+void
+DisplayServer::Quit()
+{
+	fData->quitPending = true;
+	Data* data = fData.get();
+	Post([data] {
+		if (data->quitPending)
+			QCoreApplication::exit(0);
+	});
+}
+
+// #pragma mark - windows
+
+int32
+DisplayServer::CreateWindow(const BMessenger& target, const WindowSettings& settings)
+{
+	int32 id = fData->nextId++;
+	Data* data = fData.get();
+	Post([data, id, target, settings] {
+		auto window = std::make_unique<FrameWindow>(target);
+		Qt::WindowFlags flags = settings.bordered ? Qt::Window : Qt::FramelessWindowHint;
+		window->setFlags(flags);
+		window->setTitle(QString::fromStdString(settings.title));
+		BRect frame = settings.frame;
+		QSize size(frame.IntegerWidth() + 1, frame.IntegerHeight() + 1);
+		window->SetContentSize(size);
+		window->setGeometry(QRect(QPoint(int(frame.left), int(frame.top)), size));
+		window->setMinimumSize(QSize(int(settings.minWidth) + 1, int(settings.minHeight) + 1));
+		window->setMaximumSize(QSize(int(settings.maxWidth) + 1, int(settings.maxHeight) + 1));
+		data->windows[id] = std::move(window);
+	});
+	return id;
+}
+
+FrameWindow*
+FindFrameWindow(int32 id)
+{
+	auto& windows = DisplayServer::Default().fData->windows;
+	auto found = windows.find(id);
+	return found != windows.end() ? found->second.get() : nullptr;
+}
+
+void
+ShowFrame(int32 id, const QImage& frame)
+{
+	if (FrameWindow* window = FindFrameWindow(id))
+		window->SetFrame(frame);
+}
+
+void
+DisplayServer::ShowWindow(int32 id, bool show)
+{
+	Post([id, show] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			window->setVisible(show);
+			if (show)
+				window->requestActivate();
+		}
+	});
+}
+
+void
+DisplayServer::SetTitle(int32 id, const std::string& title)
+{
+	Post([id, title] {
+		if (FrameWindow* window = FindFrameWindow(id))
+			window->setTitle(QString::fromStdString(title));
+	});
+}
+
+void
+DisplayServer::SetFrame(int32 id, BRect frame)
+{
+	Post([id, frame] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QSize size(frame.IntegerWidth() + 1, frame.IntegerHeight() + 1);
+			window->SetContentSize(size);
+			window->setGeometry(QRect(QPoint(int(frame.left), int(frame.top)), size));
+		}
+	});
+}
+
+void
+DisplayServer::SetSizeLimits(int32 id, float minWidth, float maxWidth, float minHeight,
+	float maxHeight)
+{
+	Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			window->setMinimumSize(QSize(int(minWidth) + 1, int(minHeight) + 1));
+			window->setMaximumSize(QSize(int(maxWidth) + 1, int(maxHeight) + 1));
+		}
+	});
+}
+
+void
+DisplayServer::ActivateWindow(int32 id)
+{
+	Post([id] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			window->raise();
+			window->requestActivate();
+		}
+	});
+}
+
+void
+DisplayServer::MinimizeWindow(int32 id, bool minimize)
+{
+	Post([id, minimize] {
+		if (FrameWindow* window = FindFrameWindow(id))
+			window->setWindowStates(minimize ? Qt::WindowMinimized : Qt::WindowNoState);
+	});
+}
+
+void
+DisplayServer::DestroyWindow(int32 id)
+{
+	Data* data = fData.get();
+	Post([data, id] { data->windows.erase(id); });
+}
+
+// #pragma mark - services
+
+void
+DisplayServer::Beep()
+{
+	// QApplication::beep() only asks the platform integration for the bell.
+	Post([] { QApplication::beep(); });
+}
+
+uint32
+DisplayServer::Modifiers() const
+{
+	return fData->modifiers;
+}
+
+void
+NoteModifiers(uint32 modifiers)
+{
+	DisplayServer::Default().fData->modifiers = modifiers;
+}
+
+BRect
+DisplayServer::ScreenFrame()
+{
+	EnsureStarted();
+	std::lock_guard<std::mutex> guard(fData->lock);
+	return fData->screenFrame;
+}
+
+}

@@ -1,0 +1,73 @@
+#ifndef _DISPLAY_SERVER_H
+#define _DISPLAY_SERVER_H
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <Messenger.h>
+#include <Rect.h>
+
+// The display server: Qt's GUI loop in the thread that runs BApplication::Run(),
+// one on-screen window per shown BWindow. Loopers talk to it by posting requests
+// that it carries out in its own thread; it answers them only with posted
+// messages and never waits for a looper or takes a looper's lock.
+
+namespace BPrivate {
+
+class FrameWindow;
+
+struct WindowSettings {
+	BRect frame;
+	std::string title;
+	uint32 flags = 0;
+	bool bordered = true;
+	float minWidth = 0, maxWidth = 32768, minHeight = 0, maxHeight = 32768;
+};
+
+class DisplayServer {
+public:
+	static DisplayServer& Default();
+
+	// Starts Qt when called in the main thread; other threads wait until the main
+	// thread has started it.
+	void EnsureStarted();
+
+	// Windows are named by ids; input for a window is posted to target.
+	int32 CreateWindow(const BMessenger& target, const WindowSettings& settings);
+	void ShowWindow(int32 id, bool show);
+	void SetTitle(int32 id, const std::string& title);
+	void SetFrame(int32 id, BRect frame);
+	void SetSizeLimits(int32 id, float minWidth, float maxWidth, float minHeight,
+		float maxHeight);
+	void ActivateWindow(int32 id);
+	void MinimizeWindow(int32 id, bool minimize);
+	void DestroyWindow(int32 id);
+
+	void Beep();
+	uint32 Modifiers() const;
+	BRect ScreenFrame();
+
+	// Runs request in the server's thread, after every request posted before.
+	void Post(std::function<void()> request);
+	// Waits until the server has carried out every request posted before the call.
+	status_t Sync(bigtime_t timeout = 10000000);
+
+	void Run();
+	void Quit();
+
+	DisplayServer(const DisplayServer&) = delete;
+	DisplayServer& operator=(const DisplayServer&) = delete;
+
+private:
+	DisplayServer();
+	struct Data;
+	std::unique_ptr<Data> fData;
+
+	friend FrameWindow* FindFrameWindow(int32 id);
+	friend void NoteModifiers(uint32 modifiers);
+};
+
+}
+
+#endif

@@ -1,0 +1,268 @@
+#include "WindowTester.h"
+
+#include <cstdlib>
+#include <thread>
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QUrl>
+
+#include <Application.h>
+#include <InterfaceDefs.h>
+#include <Window.h>
+
+#include "Canvas.h"
+#include "DisplayServer.h"
+#include "FrameWindow.h"
+
+namespace BPrivate {
+
+namespace {
+
+const bigtime_t kIdleTimeout = 20000000;
+
+Qt::KeyboardModifiers
+QtModifiers(uint32 modifiers)
+{
+	Qt::KeyboardModifiers result;
+	if (modifiers & B_SHIFT_KEY)
+		result |= Qt::ShiftModifier;
+	if (modifiers & B_COMMAND_KEY)
+		result |= Qt::ControlModifier;
+	if (modifiers & B_OPTION_KEY)
+		result |= Qt::AltModifier;
+	if (modifiers & B_CONTROL_KEY)
+		result |= Qt::MetaModifier;
+	return result;
+}
+
+Qt::MouseButtons
+QtButtons(uint32 buttons)
+{
+	Qt::MouseButtons result;
+	if (buttons & B_PRIMARY_MOUSE_BUTTON)
+		result |= Qt::LeftButton;
+	if (buttons & B_SECONDARY_MOUSE_BUTTON)
+		result |= Qt::RightButton;
+	if (buttons & B_TERTIARY_MOUSE_BUTTON)
+		result |= Qt::MiddleButton;
+	return result;
+}
+
+// The Qt key and text of a BeOS key character.
+void
+QtKey(uint32 key, uint32 modifiers, int* qtKey, QString* text)
+{
+	static const std::pair<uint32, int> kSpecial[] = {
+		{B_ENTER, Qt::Key_Return}, {B_TAB, Qt::Key_Tab}, {B_BACKSPACE, Qt::Key_Backspace},
+		{B_ESCAPE, Qt::Key_Escape}, {B_DELETE, Qt::Key_Delete}, {B_INSERT, Qt::Key_Insert},
+		{B_HOME, Qt::Key_Home}, {B_END, Qt::Key_End}, {B_PAGE_UP, Qt::Key_PageUp},
+		{B_PAGE_DOWN, Qt::Key_PageDown}, {B_LEFT_ARROW, Qt::Key_Left},
+		{B_RIGHT_ARROW, Qt::Key_Right}, {B_UP_ARROW, Qt::Key_Up},
+		{B_DOWN_ARROW, Qt::Key_Down}};
+	for (const auto& [be, qt] : kSpecial) {
+		if (key == be) {
+			*qtKey = key == B_TAB && (modifiers & B_SHIFT_KEY) != 0 ? int(Qt::Key_Backtab) : qt;
+			*text = key == B_ENTER ? QString("\r") : key == B_TAB ? QString("\t") : QString();
+			return;
+		}
+	}
+	char32_t code = char32_t(key);
+	*qtKey = int(QChar::toUpper(code));
+	*text = (modifiers & B_COMMAND_KEY) != 0 ? QString() : QString::fromUcs4(&code, 1);
+}
+
+}	// namespace
+
+void
+WindowTester::RunHeadless(const std::function<void()>& body, const char* signature)
+{
+	setenv("QT_QPA_PLATFORM", "offscreen", 1);
+	BApplication application(signature);
+	std::thread worker([&body] {
+		body();
+		// Close what the test left open, then end the application.
+		while (be_app->CountWindows() > 0) {
+			BWindow* window = be_app->WindowAt(0);
+			if (window == nullptr || !window->Lock())
+				continue;
+			window->Quit();
+		}
+		be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+	});
+	application.Run();
+	worker.join();
+}
+
+WindowTester::WindowTester(BWindow* window)
+	: fWindow(window),
+	fId(window->fServerId)
+{
+}
+
+status_t
+WindowTester::WaitForIdle()
+{
+	DisplayServer& server = DisplayServer::Default();
+	server.Post([] { QGuiApplication::sync(); });
+	status_t status = server.Sync(kIdleTimeout);
+	if (status != B_OK)
+		return status;
+	return WaitForLooperIdle(fWindow, kIdleTimeout);
+}
+
+void
+WindowTester::MouseDown(BPoint where, uint32 buttons, uint32 modifiers)
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QPointF point(where.x, where.y);
+			Qt::MouseButtons held = QtButtons(buttons);
+			Qt::MouseButton button = (held & Qt::LeftButton) ? Qt::LeftButton
+				: (held & Qt::RightButton) ? Qt::RightButton : Qt::MiddleButton;
+			QMouseEvent event(QEvent::MouseButtonPress, point, window->mapToGlobal(point),
+				button, held, QtModifiers(modifiers));
+			QCoreApplication::sendEvent(window, &event);
+		}
+	});
+}
+
+void
+WindowTester::MouseUp(BPoint where, uint32 buttons, uint32 modifiers)
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QPointF point(where.x, where.y);
+			Qt::MouseButtons released = QtButtons(buttons);
+			Qt::MouseButton button = (released & Qt::LeftButton) ? Qt::LeftButton
+				: (released & Qt::RightButton) ? Qt::RightButton : Qt::MiddleButton;
+			QMouseEvent event(QEvent::MouseButtonRelease, point, window->mapToGlobal(point),
+				button, Qt::NoButton, QtModifiers(modifiers));
+			QCoreApplication::sendEvent(window, &event);
+		}
+	});
+}
+
+void
+WindowTester::MouseMove(BPoint where, uint32 buttons, uint32 modifiers)
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QPointF point(where.x, where.y);
+			QMouseEvent event(QEvent::MouseMove, point, window->mapToGlobal(point),
+				Qt::NoButton, QtButtons(buttons), QtModifiers(modifiers));
+			QCoreApplication::sendEvent(window, &event);
+		}
+	});
+}
+
+void
+WindowTester::Click(BPoint where, uint32 modifiers)
+{
+	MouseDown(where, B_PRIMARY_MOUSE_BUTTON, modifiers);
+	MouseUp(where, B_PRIMARY_MOUSE_BUTTON, modifiers);
+}
+
+void
+WindowTester::TypeKey(uint32 key, uint32 modifiers)
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			int qtKey;
+			QString text;
+			QtKey(key, modifiers, &qtKey, &text);
+			QKeyEvent press(QEvent::KeyPress, qtKey, QtModifiers(modifiers), text);
+			QCoreApplication::sendEvent(window, &press);
+			QKeyEvent release(QEvent::KeyRelease, qtKey, QtModifiers(modifiers), text);
+			QCoreApplication::sendEvent(window, &release);
+		}
+	});
+}
+
+void
+WindowTester::TypeText(const char* text)
+{
+	for (char32_t character : QString::fromUtf8(text).toUcs4())
+		TypeKey(uint32(character));
+}
+
+void
+WindowTester::DropFiles(BPoint where, const std::vector<std::string>& paths)
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QMimeData data;
+			QList<QUrl> urls;
+			for (const std::string& path : paths)
+				urls.append(QUrl::fromLocalFile(QString::fromStdString(path)));
+			data.setUrls(urls);
+			QDropEvent drop(QPointF(where.x, where.y), Qt::CopyAction, &data, Qt::NoButton,
+				Qt::NoModifier);
+			QCoreApplication::sendEvent(window, &drop);
+		}
+	});
+}
+
+void
+WindowTester::ClickCloseBox()
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([id] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QCloseEvent event;
+			QCoreApplication::sendEvent(window, &event);
+		}
+	});
+}
+
+void
+WindowTester::UserResize(float width, float height)
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id))
+			window->resize(int(width) + 1, int(height) + 1);
+	});
+}
+
+void
+WindowTester::Activate()
+{
+	int32 id = fId;
+	DisplayServer::Default().Post([id] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QFocusEvent event(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+			QCoreApplication::sendEvent(window, &event);
+		}
+	});
+}
+
+rgb_color
+WindowTester::PixelAt(BPoint where)
+{
+	if (!fWindow->Lock())
+		return rgb_color{0, 0, 0, 0};
+	rgb_color color = fWindow->fCanvas->PixelAt(int32(where.x), int32(where.y));
+	fWindow->Unlock();
+	return color;
+}
+
+status_t
+WindowTester::SaveFrame(const char* path)
+{
+	if (!fWindow->Lock())
+		return B_BAD_VALUE;
+	status_t status = fWindow->fCanvas->SavePNG(path);
+	fWindow->Unlock();
+	return status;
+}
+
+}

@@ -1,0 +1,57 @@
+#ifndef _WINDOW_TESTER_H
+#define _WINDOW_TESTER_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <GraphicsDefs.h>
+#include <Rect.h>
+
+class BWindow;
+
+namespace BPrivate {
+
+// Drives windows in tests, headless and in-process: input goes in as Qt events
+// to the window's on-screen side, exactly as the desktop's would, and waits end
+// when every looper concerned is idle (no sleeping).
+class WindowTester {
+public:
+	// Runs body on a thread of its own while the calling thread (the main
+	// thread) runs a BApplication with the display server on Qt's offscreen
+	// platform. When body returns, the remaining windows are closed and the
+	// application quits.
+	static void RunHeadless(const std::function<void()>& body,
+		const char* signature = "application/x-vnd.Vellum-Test");
+
+	explicit WindowTester(BWindow* window);
+
+	// Waits until the display server has delivered everything sent so far and
+	// the window has dispatched it and redrawn. B_OK, or B_TIMED_OUT.
+	status_t WaitForIdle();
+
+	void MouseDown(BPoint where, uint32 buttons = 1, uint32 modifiers = 0);
+	void MouseUp(BPoint where, uint32 buttons = 1, uint32 modifiers = 0);
+	void MouseMove(BPoint where, uint32 buttons = 0, uint32 modifiers = 0);
+	void Click(BPoint where, uint32 modifiers = 0);
+	// A key by its BeOS character (B_TAB, B_ENTER, 'a' ...) with modifiers.
+	void TypeKey(uint32 key, uint32 modifiers = 0);
+	void TypeText(const char* text);
+	void DropFiles(BPoint where, const std::vector<std::string>& paths);
+	// The close box, and a resize by the user to the given bounds size.
+	void ClickCloseBox();
+	void UserResize(float width, float height);
+	void Activate();
+
+	// The window's current frame.
+	rgb_color PixelAt(BPoint where);
+	status_t SaveFrame(const char* path);
+
+private:
+	BWindow* fWindow;
+	int32 fId;
+};
+
+}
+
+#endif

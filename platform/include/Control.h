@@ -1,0 +1,59 @@
+#ifndef _CONTROL_H
+#define _CONTROL_H
+
+#include <string>
+
+#include <Invoker.h>
+#include <View.h>
+
+enum {
+	B_CONTROL_OFF = 0,
+	B_CONTROL_ON = 1
+};
+
+// A view with a value and a label that sends its message when the user
+// operates it. Its target is the window unless set otherwise.
+class BControl : public BView, public BInvoker {
+public:
+	BControl(BRect frame, const char* name, const char* label, BMessage* message,
+		uint32 resizingMode, uint32 flags);
+	virtual ~BControl();
+
+	virtual void AttachedToWindow();
+	virtual void MessageReceived(BMessage* message);
+	virtual void MakeFocus(bool focus = true);
+	virtual void KeyDown(const char* bytes, int32 numBytes);
+	virtual void MouseDown(BPoint where);
+	virtual void MouseUp(BPoint where);
+	virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);
+
+	virtual void SetLabel(const char* label);
+	const char* Label() const;
+	virtual void SetValue(int32 value);
+	int32 Value() const { return fValue; }
+	virtual void SetEnabled(bool enabled);
+	bool IsEnabled() const { return fEnabled; }
+
+	// Adds "be:value" to what BInvoker sends.
+	virtual status_t Invoke(BMessage* message = NULL);
+
+protected:
+	void SetValueNoUpdate(int32 value) { fValue = value; }
+	bool IsFocusChanging() const { return fFocusChanging; }
+	bool IsTracking() const { return fTracking; }
+	void SetTracking(bool state) { fTracking = state; }
+	// The label's colour: darker text, lighter when disabled.
+	rgb_color LabelColor() const;
+	// The baseline that centres one line of the view's font in rect.
+	float CenteredBaseline(BRect rect) const;
+
+private:
+	std::string fLabel;
+	bool fHasLabel;
+	int32 fValue = B_CONTROL_OFF;
+	bool fEnabled = true;
+	bool fFocusChanging = false;
+	bool fTracking = false;
+};
+
+#endif

@@ -1,0 +1,143 @@
+#include <Control.h>
+
+#include <cmath>
+
+#include <Message.h>
+#include <Window.h>
+
+BControl::BControl(BRect frame, const char* name, const char* label, BMessage* message,
+	uint32 resizingMode, uint32 flags)
+	: BView(frame, name, resizingMode, flags),
+	BInvoker(message, nullptr, nullptr),
+	fLabel(label != nullptr ? label : ""),
+	fHasLabel(label != nullptr)
+{
+	SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+	SetLowColor(ViewColor());
+}
+
+BControl::~BControl() = default;
+
+void
+BControl::AttachedToWindow()
+{
+	// Controls sit on their parent's background and talk to their window.
+	if (BView* parent = Parent()) {
+		SetViewColor(parent->ViewColor());
+		SetLowColor(parent->ViewColor());
+	}
+	if (!Messenger().IsValid())
+		SetTarget(Window());
+	BView::AttachedToWindow();
+}
+
+void
+BControl::MessageReceived(BMessage* message)
+{
+	BView::MessageReceived(message);
+}
+
+void
+BControl::MakeFocus(bool focus)
+{
+	if (focus == IsFocus())
+		return;
+	fFocusChanging = true;
+	BView::MakeFocus(focus);
+	Invalidate();
+	fFocusChanging = false;
+}
+
+void
+BControl::KeyDown(const char* bytes, int32 numBytes)
+{
+	if ((bytes[0] == B_ENTER || bytes[0] == B_SPACE) && !fTracking && fEnabled) {
+		SetValue(fValue == B_CONTROL_OFF ? B_CONTROL_ON : B_CONTROL_OFF);
+		Invoke();
+		return;
+	}
+	BView::KeyDown(bytes, numBytes);
+}
+
+void
+BControl::MouseDown(BPoint where)
+{
+	BView::MouseDown(where);
+}
+
+void
+BControl::MouseUp(BPoint where)
+{
+	BView::MouseUp(where);
+}
+
+void
+BControl::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage)
+{
+	BView::MouseMoved(where, transit, dragMessage);
+}
+
+void
+BControl::SetLabel(const char* label)
+{
+	std::string text = label != nullptr ? label : "";
+	if (text == fLabel && fHasLabel == (label != nullptr))
+		return;
+	fLabel = text;
+	fHasLabel = label != nullptr;
+	Invalidate();
+}
+
+const char*
+BControl::Label() const
+{
+	return fHasLabel ? fLabel.c_str() : nullptr;
+}
+
+void
+BControl::SetValue(int32 value)
+{
+	if (value == fValue)
+		return;
+	fValue = value;
+	Invalidate();
+}
+
+void
+BControl::SetEnabled(bool enabled)
+{
+	if (enabled == fEnabled)
+		return;
+	fEnabled = enabled;
+	if (!enabled && IsFocus())
+		MakeFocus(false);
+	Invalidate();
+}
+
+status_t
+BControl::Invoke(BMessage* message)
+{
+	if (message == nullptr)
+		message = Message();
+	if (message == nullptr)
+		return B_BAD_VALUE;
+	BMessage copy(*message);
+	copy.AddInt32("be:value", fValue);
+	return BInvoker::Invoke(&copy);
+}
+
+rgb_color
+BControl::LabelColor() const
+{
+	return fEnabled ? ui_color(B_CONTROL_TEXT_COLOR)
+		: tint_color(LowColor(), B_DISABLED_LABEL_TINT);
+}
+
+float
+BControl::CenteredBaseline(BRect rect) const
+{
+	font_height height;
+	GetFontHeight(&height);
+	float text = std::ceil(height.ascent) + std::ceil(height.descent);
+	return std::floor(rect.top + (rect.Height() + 1 - text) / 2 + std::ceil(height.ascent));
+}

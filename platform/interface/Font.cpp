@@ -1,0 +1,143 @@
+#include <Font.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "../display/Canvas.h"
+
+namespace {
+
+const char kSansFamily[] = "DejaVu Sans";
+const char kFixedFamily[] = "DejaVu Sans Mono";
+const float kDefaultSize = 12.0f;
+
+BFont
+MakeFont(const char* family, const char* style)
+{
+	BFont font;
+	font.SetFamilyAndStyle(family, style);
+	return font;
+}
+
+const BFont sPlainFont = MakeFont(kSansFamily, "Book");
+const BFont sBoldFont = MakeFont(kSansFamily, "Bold");
+const BFont sFixedFont = MakeFont(kFixedFamily, "Book");
+
+}	// namespace
+
+const BFont* be_plain_font = &sPlainFont;
+const BFont* be_bold_font = &sBoldFont;
+const BFont* be_fixed_font = &sFixedFont;
+
+BFont::BFont()
+	: fFamily(kSansFamily),
+	fStyle("Book"),
+	fSize(kDefaultSize),
+	fFace(B_REGULAR_FACE)
+{
+}
+
+BFont::BFont(const BFont* font)
+	: BFont(font != nullptr ? *font : BFont())
+{
+}
+
+status_t
+BFont::SetFamilyAndStyle(const font_family family, const font_style style)
+{
+	// Checking the family needs the font engine; the built-in fonts are known.
+	if (family != nullptr && strcmp(family, kSansFamily) != 0
+		&& strcmp(family, kFixedFamily) != 0 && !BPrivate::FontFamilyExists(family))
+		return B_NAME_NOT_FOUND;
+	if (family != nullptr)
+		fFamily = family;
+	if (style != nullptr) {
+		fStyle = style;
+		bool bold = strstr(style, "Bold") != nullptr;
+		bool italic = strstr(style, "Oblique") != nullptr || strstr(style, "Italic") != nullptr;
+		fFace = (bold ? B_BOLD_FACE : 0) | (italic ? B_ITALIC_FACE : 0);
+		if (fFace == 0)
+			fFace = B_REGULAR_FACE;
+	}
+	return B_OK;
+}
+
+void
+BFont::SetFamilyAndFace(const font_family family, uint16 face)
+{
+	if (family != nullptr)
+		fFamily = family;
+	SetFace(face);
+}
+
+void
+BFont::GetFamilyAndStyle(font_family* family, font_style* style) const
+{
+	if (family != nullptr)
+		snprintf(*family, sizeof(font_family), "%s", fFamily.c_str());
+	if (style != nullptr)
+		snprintf(*style, sizeof(font_style), "%s", fStyle.c_str());
+}
+
+void
+BFont::SetSize(float size)
+{
+	if (size > 0)
+		fSize = size;
+}
+
+void
+BFont::SetFace(uint16 face)
+{
+	fFace = face != 0 ? face : uint16(B_REGULAR_FACE);
+	bool bold = (fFace & B_BOLD_FACE) != 0;
+	bool italic = (fFace & B_ITALIC_FACE) != 0;
+	fStyle = bold ? (italic ? "Bold Oblique" : "Bold") : (italic ? "Oblique" : "Book");
+}
+
+bool
+BFont::IsFixed() const
+{
+	return fSpacing == B_FIXED_SPACING || fFamily == kFixedFamily
+		|| BPrivate::FontIsFixed(*this);
+}
+
+float
+BFont::StringWidth(const char* string) const
+{
+	return string != nullptr ? StringWidth(string, static_cast<int32>(strlen(string))) : 0;
+}
+
+float
+BFont::StringWidth(const char* string, int32 length) const
+{
+	return BPrivate::FontStringWidth(*this, string, length);
+}
+
+void
+BFont::GetStringWidths(const char* stringArray[], const int32 lengthArray[],
+	int32 numStrings, float widthArray[]) const
+{
+	for (int32 i = 0; i < numStrings; i++)
+		widthArray[i] = StringWidth(stringArray[i], lengthArray[i]);
+}
+
+void
+BFont::GetHeight(font_height* height) const
+{
+	if (height != nullptr)
+		BPrivate::FontGetHeight(*this, height);
+}
+
+bool
+BFont::operator==(const BFont& other) const
+{
+	return fFamily == other.fFamily && fStyle == other.fStyle && fSize == other.fSize
+		&& fFace == other.fFace && fSpacing == other.fSpacing;
+}
+
+void
+BFont::PrintToStream() const
+{
+	printf("BFont: %s %s %g\n", fFamily.c_str(), fStyle.c_str(), fSize);
+}
