@@ -28,6 +28,8 @@ struct DisplayServer::Data {
 	std::vector<std::function<void()>> pending;
 	std::atomic<int32> nextId{1};
 	std::atomic<bool> quitPending{false};
+	// Something needs Qt: the display loop starts it.
+	bool startRequested = false;
 	std::atomic<uint32> modifiers{0};
 	BRect screenFrame;
 	// Touched only in the server's thread.
@@ -41,6 +43,9 @@ IsMainThread()
 {
 	return syscall(SYS_gettid) == getpid();
 }
+
+// Set in the thread that runs the display loop.
+thread_local bool tIsDisplayThread = false;
 
 // Runs the display server as the display loop of BApplication::Run().
 class ServerLoop : public DisplayLoop {
@@ -77,7 +82,9 @@ DisplayServer::EnsureStarted()
 	std::unique_lock<std::mutex> guard(fData->lock);
 	if (fData->application != nullptr)
 		return;
-	if (!IsMainThread()) {
+	if (!IsMainThread() && !tIsDisplayThread) {
+		fData->startRequested = true;
+		fData->started.notify_all();
 		fData->started.wait(guard, [this] { return fData->application != nullptr; });
 		return;
 	}
@@ -106,9 +113,11 @@ void
 DisplayServer::Post(std::function<void()> request)
 {
 	std::lock_guard<std::mutex> guard(fData->lock);
-	if (fData->application == nullptr)
+	if (fData->application == nullptr) {
 		fData->pending.push_back(std::move(request));
-	else
+		fData->startRequested = true;
+		fData->started.notify_all();
+	} else
 		QMetaObject::invokeMethod(fData->application, std::move(request), Qt::QueuedConnection);
 }
 
@@ -127,6 +136,20 @@ DisplayServer::Sync(bigtime_t timeout)
 void
 DisplayServer::Run()
 {
+	// Qt starts only once something needs it: an application without windows
+	// never opens the display.
+	tIsDisplayThread = true;
+	{
+		std::unique_lock<std::mutex> guard(fData->lock);
+		fData->started.wait(guard, [this] {
+			return fData->quitPending || fData->startRequested || fData->application != nullptr;
+		});
+		if (fData->application == nullptr && fData->quitPending) {
+			fData->quitPending = false;
+			tIsDisplayThread = false;
+			return;
+		}
+	}
 	EnsureStarted();
 	if (!fData->quitPending)
 		QGuiApplication::exec();
@@ -134,17 +157,23 @@ DisplayServer::Run()
 	QCoreApplication::sendPostedEvents();
 	fData->windows.clear();
 	fData->quitPending = false;
+	tIsDisplayThread = false;
 }
 
 void
 DisplayServer::Quit()
 {
+	std::lock_guard<std::mutex> guard(fData->lock);
 	fData->quitPending = true;
+	fData->started.notify_all();
+	// A stale request from an earlier run finds quitPending cleared and stays.
 	Data* data = fData.get();
-	Post([data] {
-		if (data->quitPending)
-			QCoreApplication::exit(0);
-	});
+	if (data->application != nullptr) {
+		QMetaObject::invokeMethod(data->application, [data] {
+			if (data->quitPending)
+				QCoreApplication::exit(0);
+		}, Qt::QueuedConnection);
+	}
 }
 
 // #pragma mark - windows
