@@ -8,6 +8,7 @@
 
 #include "AttrTypes.h"
 #include "DisplayStrings.h"
+#include "FieldValue.h"
 #include "TypeConversion.h"
 #include "ValueParsing.h"
 #include "ValueText.h"
@@ -103,6 +104,11 @@ TEST(RandomInput, TextsForEveryExtractor)
 		long size = -1;
 		const char* typeText = typeTexts[random() % std::size(typeTexts)];
 		delete[] ExtractNumValue(exactNew.get(), oldText.c_str(), typeText, &size);
+
+		for (const char* type : { "CSTR", "RECT", "TIME", "BOOL", "LONG", "RAWT" })
+			delete[] GetDataFromText(exactNew.get(), oldText.c_str(), type, &size);
+		std::unique_ptr<char[]> date(ExtractDateValue(exactNew.get(), &size));
+		EXPECT_EQ(size, 4);
 
 		std::unique_ptr<char[]> rect(ExtractRectValue(exactNew.get(), &size));
 		EXPECT_EQ(size, 16);
