@@ -111,7 +111,12 @@ WindowTester::WaitForIdle()
 	status_t status = server.Sync(kIdleTimeout);
 	if (status != B_OK)
 		return status;
-	return WaitForLooperIdle(fWindow, kIdleTimeout);
+	// What the window posted to itself meanwhile (an invoked control's message)
+	// is part of the work.
+	do {
+		status = WaitForLooperIdle(fWindow, kIdleTimeout);
+	} while (status == B_OK && fWindow->IsMessageWaiting());
+	return status;
 }
 
 void

@@ -34,7 +34,8 @@ public:
 	virtual void SetEnabled(bool enabled);
 	bool IsEnabled() const { return fEnabled; }
 
-	// Adds "be:value" to what BInvoker sends.
+	// Sends a copy of the message with "when", "source" (this control) and
+	// "be:value" added.
 	virtual status_t Invoke(BMessage* message = NULL);
 
 protected:

@@ -121,9 +121,12 @@ BControl::Invoke(BMessage* message)
 		message = Message();
 	if (message == nullptr)
 		return B_BAD_VALUE;
+	// "source" is the control itself, as receivers cast it.
 	BMessage copy(*message);
+	copy.AddInt64("when", system_time());
+	copy.AddPointer("source", static_cast<BControl*>(this));
 	copy.AddInt32("be:value", fValue);
-	return BInvoker::Invoke(&copy);
+	return Messenger().SendMessage(&copy, HandlerForReply(), Timeout());
 }
 
 rgb_color

@@ -93,9 +93,14 @@ void
 BView::KeyDown(const char* bytes, int32)
 {
 	// Tab moves the focus to the next navigable view, Shift-Tab to the previous.
-	if (fWindow != nullptr && bytes[0] == B_TAB
-		&& (modifiers() & (B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY)) == 0)
-		fWindow->pvNavigate(this, (modifiers() & B_SHIFT_KEY) == 0);
+	if (fWindow == nullptr || bytes[0] != B_TAB)
+		return;
+	// The modifiers of the key itself, not of whatever was typed since.
+	int32 held = int32(modifiers());
+	if (BMessage* message = fWindow->CurrentMessage())
+		message->FindInt32("modifiers", &held);
+	if ((held & (B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY)) == 0)
+		fWindow->pvNavigate(this, (held & B_SHIFT_KEY) == 0);
 }
 
 void

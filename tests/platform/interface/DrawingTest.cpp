@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <string>
+
 #include <Application.h>
 #include <Bitmap.h>
+#include <Region.h>
 #include <View.h>
 #include <Window.h>
 #include <WindowTester.h>
@@ -75,5 +79,126 @@ TEST(DrawingTest, ChildrenDrawOverParentsAndAfterChildrenOverThem)
 		// Background in the view colour, outside the views the window's white.
 		EXPECT_EQ(kGreen, tester.PixelAt(BPoint(60, 60)));
 		EXPECT_EQ(kWhite, tester.PixelAt(BPoint(150, 50)));
+	});
+}
+
+TEST(DrawingTest, TransparentViewsShowTheirParentAndInvalidationRedraws)
+{
+	WindowTester::RunHeadless([] {
+		std::string log;
+		BWindow* window = NewWindow();
+		auto parent = new PaintView(BRect(0, 0, 99, 99), "parent", kRed, &log);
+		parent->SetViewColor(kGreen);
+		auto glass = new PaintView(BRect(20, 20, 59, 59), "glass", kBlue, &log);
+		glass->SetViewColor(B_TRANSPARENT_COLOR);
+		parent->AddChild(glass);
+		window->AddChild(parent);
+		window->AddChild(new PaintView(BRect(120, 0, 149, 29), "aside", kRed, &log));
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(kGreen, tester.PixelAt(BPoint(40, 40)));
+		EXPECT_EQ(kBlue, tester.PixelAt(BPoint(21, 21)));
+
+		// What is invalid is drawn again after the message that asked, from the
+		// parent up (the glass shows it); views elsewhere are left alone.
+		log.clear();
+		ASSERT_TRUE(window->Lock());
+		glass->Invalidate(BRect(30, 30, 35, 35));
+		window->Unlock();
+		window->PostMessage('nop ');
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ("parent.Draw glass.Draw ", log);
+	});
+}
+
+TEST(DrawingTest, BitmapsInTheSystemColourMapDrawWithTransparency)
+{
+	WindowTester::RunHeadless([] {
+		BBitmap icon(BRect(0, 0, 3, 3), B_CMAP8);
+		ASSERT_EQ(B_OK, icon.InitCheck());
+		EXPECT_EQ(4, icon.BytesPerRow());
+		uint8 pixels[16];
+		memset(pixels, B_TRANSPARENT_MAGIC_CMAP8, sizeof(pixels));
+		uint8 red = index_for_color(kRed);
+		pixels[0] = red;
+		pixels[5] = index_for_color(kBlue);
+		icon.SetBits(pixels, sizeof(pixels), 0, B_CMAP8);
+		EXPECT_EQ(kRed, icon.ColorAt(0, 0));
+		EXPECT_EQ(0, icon.ColorAt(3, 3).alpha);
+
+		// Scaled by two, drawn over a green view.
+		class IconView : public BView {
+		public:
+			IconView(const BBitmap* bitmap)
+				: BView(BRect(0, 0, 49, 49), "icon", B_FOLLOW_NONE, B_WILL_DRAW),
+				fBitmap(bitmap)
+			{
+				SetViewColor(kGreen);
+			}
+
+			void Draw(BRect) override
+			{
+				SetDrawingMode(B_OP_OVER);
+				DrawBitmap(fBitmap, fBitmap->Bounds(), BRect(10, 10, 17, 17));
+			}
+
+		private:
+			const BBitmap* fBitmap;
+		};
+		BWindow* window = NewWindow();
+		window->AddChild(new IconView(&icon));
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(kRed, tester.PixelAt(BPoint(11, 11)));
+		EXPECT_EQ(kBlue, tester.PixelAt(BPoint(12, 12)));
+		EXPECT_EQ(kBlue, tester.PixelAt(BPoint(13, 13)));
+		EXPECT_EQ(kGreen, tester.PixelAt(BPoint(16, 16)));
+		EXPECT_EQ(kGreen, tester.PixelAt(BPoint(18, 18)));
+	});
+}
+
+TEST(DrawingTest, ShapesCoverTheirInclusiveEdgesAndClippingLimitsThem)
+{
+	WindowTester::RunHeadless([] {
+		class ShapeView : public BView {
+		public:
+			ShapeView()
+				: BView(BRect(0, 0, 99, 99), "shapes", B_FOLLOW_NONE, B_WILL_DRAW)
+			{
+			}
+
+			void Draw(BRect) override
+			{
+				SetHighColor(kRed);
+				StrokeRect(BRect(10, 10, 19, 19));
+				PushState();
+				BRegion clip(BRect(30, 30, 34, 34));
+				ConstrainClippingRegion(&clip);
+				SetHighColor(kBlue);
+				FillRect(BRect(30, 30, 39, 39));
+				PopState();
+				SetLowColor(kGreen);
+				FillRect(BRect(50, 50, 51, 51), B_SOLID_LOW);
+				MovePenTo(60, 60);
+				StrokeLine(BPoint(69, 60));
+			}
+		};
+		BWindow* window = NewWindow();
+		window->AddChild(new ShapeView);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(kRed, tester.PixelAt(BPoint(10, 10)));
+		EXPECT_EQ(kRed, tester.PixelAt(BPoint(19, 19)));
+		EXPECT_EQ(kWhite, tester.PixelAt(BPoint(15, 15)));
+		EXPECT_EQ(kWhite, tester.PixelAt(BPoint(20, 20)));
+		EXPECT_EQ(kBlue, tester.PixelAt(BPoint(34, 34)));
+		EXPECT_EQ(kWhite, tester.PixelAt(BPoint(35, 35)));
+		EXPECT_EQ(kGreen, tester.PixelAt(BPoint(51, 51)));
+		EXPECT_EQ(kRed, tester.PixelAt(BPoint(60, 60)));
+		EXPECT_EQ(kRed, tester.PixelAt(BPoint(69, 60)));
+		EXPECT_EQ(kWhite, tester.PixelAt(BPoint(70, 60)));
 	});
 }

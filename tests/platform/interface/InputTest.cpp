@@ -1,0 +1,186 @@
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include <Application.h>
+#include <Entry.h>
+#include <Message.h>
+#include <View.h>
+#include <Window.h>
+#include <WindowTester.h>
+
+using BPrivate::WindowTester;
+
+namespace {
+
+// Writes every hook it hears of to a shared log.
+class LogView : public BView {
+public:
+	LogView(BRect frame, const char* name, std::string* log, uint32 flags = 0)
+		: BView(frame, name, B_FOLLOW_NONE, flags), fLog(log)
+	{
+	}
+
+	void MouseDown(BPoint where) override
+	{
+		pvLog("down", where);
+		if (holdMouse)
+			SetMouseEventMask(B_POINTER_EVENTS);
+	}
+
+	void MouseUp(BPoint where) override { pvLog("up", where); }
+
+	void MouseMoved(BPoint where, uint32 transit, const BMessage*) override
+	{
+		const char* names[] = {"entered", "inside", "exited", "outside"};
+		pvLog(names[transit], where);
+	}
+
+	void KeyDown(const char* bytes, int32 numBytes) override
+	{
+		*fLog += std::string(Name()) + " key " + std::string(bytes, numBytes) + "|";
+		BView::KeyDown(bytes, numBytes);
+	}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (message->what == B_SIMPLE_DATA) {
+			entry_ref ref;
+			for (int32 i = 0; message->FindRef("refs", i, &ref) == B_OK; i++)
+				*fLog += std::string(Name()) + " drop " + ref.name + "|";
+			BPoint where = ConvertFromScreen(message->DropPoint());
+			*fLog += "at " + std::to_string(int(where.x)) + "," + std::to_string(int(where.y))
+				+ "|";
+			return;
+		}
+		BView::MessageReceived(message);
+	}
+
+	bool holdMouse = false;
+
+private:
+	void pvLog(const char* what, BPoint where)
+	{
+		*fLog += std::string(Name()) + " " + what + " " + std::to_string(int(where.x)) + ","
+			+ std::to_string(int(where.y)) + "|";
+	}
+
+	std::string* fLog;
+};
+
+class ShortcutWindow : public BWindow {
+public:
+	ShortcutWindow(std::string* log)
+		: BWindow(BRect(0, 0, 199, 199), "Input", B_TITLED_WINDOW, 0), fLog(log)
+	{
+	}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (message->what == 'Opn ')
+			*fLog += "open|";
+		else
+			BWindow::MessageReceived(message);
+	}
+
+private:
+	std::string* fLog;
+};
+
+}	// namespace
+
+TEST(InputTest, MouseGoesToTheViewUnderThePointerOrToTheOneHoldingIt)
+{
+	WindowTester::RunHeadless([] {
+		std::string log;
+		BWindow* window = new BWindow(BRect(0, 0, 199, 199), "Mouse", B_TITLED_WINDOW, 0);
+		LogView* left = new LogView(BRect(0, 0, 99, 99), "left", &log);
+		LogView* right = new LogView(BRect(100, 0, 199, 99), "right", &log);
+		LogView* inner = new LogView(BRect(10, 10, 29, 29), "inner", &log);
+		right->AddChild(inner);
+		window->AddChild(left);
+		window->AddChild(right);
+		left->holdMouse = true;
+		window->Show();
+		WindowTester tester(window);
+
+		tester.Click(BPoint(115, 15));
+		tester.MouseMove(BPoint(50, 50));
+		tester.MouseMove(BPoint(150, 50));
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ("inner down 5,5|inner up 5,5|left entered 50,50|left exited 150,50|"
+			"right entered 50,50|", log);
+
+		// A view that asked for the pointer hears the moves and the release
+		// outside itself.
+		log.clear();
+		tester.MouseDown(BPoint(20, 20));
+		tester.MouseMove(BPoint(150, 20), B_PRIMARY_MOUSE_BUTTON);
+		tester.MouseUp(BPoint(150, 20));
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ("left down 20,20|left outside 150,20|left up 150,20|", log);
+	});
+}
+
+TEST(InputTest, KeysGoToTheFocusAndTabMovesAmongNavigableViews)
+{
+	WindowTester::RunHeadless([] {
+		std::string log;
+		ShortcutWindow* window = new ShortcutWindow(&log);
+		LogView* first = new LogView(BRect(0, 0, 9, 9), "first", &log, B_NAVIGABLE);
+		LogView* plain = new LogView(BRect(20, 0, 29, 9), "plain", &log);
+		LogView* second = new LogView(BRect(40, 0, 49, 9), "second", &log, B_NAVIGABLE);
+		LogView* hidden = new LogView(BRect(60, 0, 69, 9), "hidden", &log, B_NAVIGABLE);
+		window->AddChild(first);
+		window->AddChild(plain);
+		window->AddChild(second);
+		window->AddChild(hidden);
+		hidden->Hide();
+		window->AddShortcut('O', 0, new BMessage('Opn '));
+		window->Show();
+		WindowTester tester(window);
+
+		tester.TypeKey(B_TAB);
+		tester.TypeKey('a');
+		tester.TypeKey(B_TAB);
+		tester.TypeKey('b');
+		tester.TypeKey(B_TAB);
+		tester.TypeKey(B_TAB, B_SHIFT_KEY);
+		tester.TypeKey('o', B_COMMAND_KEY);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ("first key a|first key \t|second key b|second key \t|first key \t|open|", log);
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(second, window->CurrentFocus());
+		EXPECT_TRUE(second->IsFocus());
+		window->Unlock();
+	});
+}
+
+TEST(InputTest, DroppedFilesReachTheViewUnderTheDropPoint)
+{
+	WindowTester::RunHeadless([] {
+		std::string log;
+		BWindow* window = new BWindow(BRect(30, 40, 229, 239), "Drop", B_TITLED_WINDOW, 0);
+		window->AddChild(new LogView(BRect(0, 0, 99, 199), "left", &log));
+		window->AddChild(new LogView(BRect(100, 0, 199, 199), "right", &log));
+		window->Show();
+		WindowTester tester(window);
+
+		char folder[] = "/tmp/vellum-drop-XXXXXX";
+		ASSERT_NE(nullptr, mkdtemp(folder));
+		std::vector<std::string> paths = {std::string(folder) + "/one",
+			std::string(folder) + "/two"};
+		for (const std::string& path : paths)
+			fclose(fopen(path.c_str(), "w"));
+		tester.DropFiles(BPoint(150, 60), paths);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ("right drop one|right drop two|at 50,60|", log);
+		for (const std::string& path : paths)
+			unlink(path.c_str());
+		rmdir(folder);
+	});
+}
