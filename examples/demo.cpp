@@ -8,8 +8,11 @@
 #include <string>
 
 #include <Application.h>
+#include <Bitmap.h>
 #include <Box.h>
 #include <Button.h>
+#include <Node.h>
+#include <NodeInfo.h>
 #include <RadioButton.h>
 #include <StringView.h>
 #include <Window.h>
@@ -19,6 +22,38 @@ namespace {
 
 const uint32 kSizeChosen = 'Size';
 const uint32 kApply = 'Aply';
+
+// The icon of the current folder, as the file manager shows it.
+class FolderIconView : public BView {
+public:
+	FolderIconView(BPoint where)
+		: BView(BRect(where, 31, 31), "Icon", B_FOLLOW_RIGHT | B_FOLLOW_TOP, B_WILL_DRAW),
+		fIcon(BRect(0, 0, 31, 31), B_CMAP8)
+	{
+		BNode folder(".");
+		BNodeInfo info(&folder);
+		fHasIcon = info.GetTrackerIcon(&fIcon, B_LARGE_ICON) == B_OK;
+	}
+
+	void AttachedToWindow() override
+	{
+		SetViewColor(Parent()->ViewColor());
+		SetLowColor(ViewColor());
+	}
+
+	void Draw(BRect) override
+	{
+		if (!fHasIcon)
+			return;
+		SetDrawingMode(B_OP_OVER);
+		DrawBitmap(&fIcon, BPoint(0, 0));
+		SetDrawingMode(B_OP_COPY);
+	}
+
+private:
+	BBitmap fIcon;
+	bool fHasIcon;
+};
 
 class DemoWindow : public BWindow {
 public:
@@ -57,6 +92,7 @@ public:
 		box->AddChild(fStatus);
 
 		BRect interior = box->Bounds();
+		box->AddChild(new FolderIconView(BPoint(interior.right - 46, 22)));
 		BButton* apply = new BButton(BRect(0, 0, 79, 24), "Apply", "Apply",
 			new BMessage(kApply), B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM);
 		apply->ResizeToPreferred();

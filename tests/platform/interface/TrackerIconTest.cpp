@@ -1,0 +1,73 @@
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include <Bitmap.h>
+#include <Node.h>
+#include <NodeInfo.h>
+#include <WindowTester.h>
+
+using BPrivate::WindowTester;
+
+namespace {
+
+bool
+HasOpaquePixel(const BBitmap& bitmap)
+{
+	for (int32 y = 0; y <= bitmap.Bounds().IntegerHeight(); y++) {
+		for (int32 x = 0; x <= bitmap.Bounds().IntegerWidth(); x++) {
+			if (bitmap.ColorAt(x, y).alpha == 255)
+				return true;
+		}
+	}
+	return false;
+}
+
+}	// namespace
+
+TEST(TrackerIconTest, OwnIconAttributesWinElseTheTypeGivesOne)
+{
+	WindowTester::RunHeadless([] {
+		char folder[] = "/tmp/vellum-icon-XXXXXX";
+		ASSERT_NE(nullptr, mkdtemp(folder));
+		std::string file = std::string(folder) + "/painted";
+		fclose(fopen(file.c_str(), "w"));
+
+		BNode node(file.c_str());
+		ASSERT_EQ(B_OK, node.InitCheck());
+		std::vector<uint8> large(32 * 32, B_TRANSPARENT_MAGIC_CMAP8);
+		large[0] = index_for_color(make_color(255, 0, 0));
+		if (node.WriteAttr("BEOS:L:STD_ICON", 'ICON', 0, large.data(), large.size()) < 0) {
+			GTEST_SKIP() << "no user extended attributes in " << folder;
+		}
+		std::vector<uint8> mini(16 * 16, index_for_color(make_color(0, 0, 0)));
+		ASSERT_EQ(ssize_t(mini.size()),
+			node.WriteAttr("BEOS:M:STD_ICON", 'MICN', 0, mini.data(), mini.size()));
+
+		BNodeInfo info(&node);
+		BBitmap icon(BRect(0, 0, 31, 31), B_CMAP8);
+		ASSERT_EQ(B_OK, info.GetTrackerIcon(&icon, B_LARGE_ICON));
+		EXPECT_EQ(make_color(255, 0, 0), icon.ColorAt(0, 0));
+		EXPECT_EQ(0, icon.ColorAt(31, 31).alpha);
+		BBitmap small(BRect(0, 0, 15, 15), B_CMAP8);
+		ASSERT_EQ(B_OK, info.GetTrackerIcon(&small, B_MINI_ICON));
+		EXPECT_EQ(make_color(0, 0, 0), small.ColorAt(15, 15));
+		// The size of the bitmap must be the size asked for.
+		EXPECT_EQ(B_BAD_VALUE, info.GetTrackerIcon(&small, B_LARGE_ICON));
+
+		// A folder without icon attributes still has an icon.
+		BNode folderNode(folder);
+		BNodeInfo folderInfo(&folderNode);
+		BBitmap folderIcon(BRect(0, 0, 31, 31), B_CMAP8);
+		ASSERT_EQ(B_OK, folderInfo.GetTrackerIcon(&folderIcon, B_LARGE_ICON));
+		EXPECT_TRUE(HasOpaquePixel(folderIcon));
+
+		unlink(file.c_str());
+		rmdir(folder);
+	});
+}
