@@ -413,11 +413,8 @@ Canvas::PixelAt(int32 x, int32 y)
 void
 Canvas::Present(int32 windowId)
 {
-	// The painter must let go of the image before it is shared with the server;
-	// the next drawing call works on a copy of its own.
-	if (fData->painter.isActive())
-		fData->painter.end();
-	QImage frame = fData->image;
+	// The server gets a copy of its own: no pixels are shared between threads.
+	QImage frame = fData->image.copy();
 	DisplayServer::Default().Post([windowId, frame] { ShowFrame(windowId, frame); });
 }
 

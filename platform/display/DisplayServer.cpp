@@ -6,8 +6,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstdlib>
-#include <future>
-#include <chrono>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <vector>
@@ -25,7 +24,12 @@ struct DisplayServer::Data {
 	std::mutex lock;
 	std::condition_variable started;
 	QGuiApplication* application = nullptr;
-	std::vector<std::function<void()>> pending;
+	// Requests in the order they were posted; the pump runs them in the
+	// server's thread. Handing them over under this lock (rather than through
+	// Qt's own queue) keeps the hand-over visible to thread checkers.
+	std::deque<std::function<void()>> queue;
+	RequestPump* pump = nullptr;
+	bool pumpScheduled = false;
 	std::atomic<int32> nextId{1};
 	std::atomic<bool> quitPending{false};
 	// Something needs Qt: the display loop starts it.
@@ -46,6 +50,22 @@ IsMainThread()
 
 // Set in the thread that runs the display loop.
 thread_local bool tIsDisplayThread = false;
+
+}	// namespace
+
+// Runs the requests posted to the server, in its thread.
+class RequestPump : public QObject {
+public:
+	bool event(QEvent* event) override
+	{
+		if (event->type() != QEvent::User)
+			return QObject::event(event);
+		DisplayServer::Default().pvRunRequests();
+		return true;
+	}
+};
+
+namespace {
 
 // Runs the display server as the display loop of BApplication::Run().
 class ServerLoop : public DisplayLoop {
@@ -101,36 +121,59 @@ DisplayServer::EnsureStarted()
 	QRect geometry = screen != nullptr ? screen->geometry() : QRect(0, 0, 1024, 768);
 	fData->screenFrame.Set(geometry.left(), geometry.top(), geometry.right(),
 		geometry.bottom());
-	std::vector<std::function<void()>> pending;
-	pending.swap(fData->pending);
+	fData->pump = new RequestPump;
 	guard.unlock();
-	for (auto& request : pending)
-		request();
 	fData->started.notify_all();
+	pvRunRequests();
+}
+
+void
+DisplayServer::pvRunRequests()
+{
+	for (;;) {
+		std::deque<std::function<void()>> batch;
+		{
+			std::lock_guard<std::mutex> guard(fData->lock);
+			if (fData->queue.empty()) {
+				fData->pumpScheduled = false;
+				return;
+			}
+			batch.swap(fData->queue);
+		}
+		for (auto& request : batch)
+			request();
+	}
+}
+
+void
+DisplayServer::pvEnqueue(std::function<void()> request)
+{
+	fData->queue.push_back(std::move(request));
+	if (fData->application == nullptr) {
+		fData->startRequested = true;
+		fData->started.notify_all();
+	} else if (!fData->pumpScheduled) {
+		fData->pumpScheduled = true;
+		QCoreApplication::postEvent(fData->pump, new QEvent(QEvent::User));
+	}
 }
 
 void
 DisplayServer::Post(std::function<void()> request)
 {
 	std::lock_guard<std::mutex> guard(fData->lock);
-	if (fData->application == nullptr) {
-		fData->pending.push_back(std::move(request));
-		fData->startRequested = true;
-		fData->started.notify_all();
-	} else
-		QMetaObject::invokeMethod(fData->application, std::move(request), Qt::QueuedConnection);
+	pvEnqueue(std::move(request));
 }
 
 status_t
 DisplayServer::Sync(bigtime_t timeout)
 {
-	if (IsMainThread())
+	if (IsMainThread() || tIsDisplayThread)
 		return B_OK;
-	auto done = std::make_shared<std::promise<void>>();
-	std::future<void> handled = done->get_future();
-	Post([done] { done->set_value(); });
-	return handled.wait_for(std::chrono::microseconds(timeout)) == std::future_status::ready
-		? B_OK : B_TIMED_OUT;
+	auto done = std::make_shared<ServerAnswer<bool>>();
+	Post([done] { done->Set(true); });
+	bool handled;
+	return done->Wait(timeout, &handled) ? B_OK : B_TIMED_OUT;
 }
 
 void
@@ -169,10 +212,10 @@ DisplayServer::Quit()
 	// A stale request from an earlier run finds quitPending cleared and stays.
 	Data* data = fData.get();
 	if (data->application != nullptr) {
-		QMetaObject::invokeMethod(data->application, [data] {
+		pvEnqueue([data] {
 			if (data->quitPending)
 				QCoreApplication::exit(0);
-		}, Qt::QueuedConnection);
+		});
 	}
 }
 

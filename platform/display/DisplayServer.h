@@ -1,8 +1,12 @@
 #ifndef _DISPLAY_SERVER_H
 #define _DISPLAY_SERVER_H
 
+#include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
 
 #include <Messenger.h>
@@ -16,6 +20,35 @@
 namespace BPrivate {
 
 class FrameWindow;
+class RequestPump;
+
+// An answer from the server's thread that another thread waits for.
+template<typename T>
+class ServerAnswer {
+public:
+	void Set(T value)
+	{
+		std::lock_guard<std::mutex> guard(fLock);
+		fValue = std::move(value);
+		fChanged.notify_all();
+	}
+
+	// False when no answer came within timeout microseconds.
+	bool Wait(bigtime_t timeout, T* value)
+	{
+		std::unique_lock<std::mutex> guard(fLock);
+		if (!fChanged.wait_for(guard, std::chrono::microseconds(timeout),
+				[this] { return fValue.has_value(); }))
+			return false;
+		*value = std::move(*fValue);
+		return true;
+	}
+
+private:
+	std::mutex fLock;
+	std::condition_variable fChanged;
+	std::optional<T> fValue;
+};
 
 struct WindowSettings {
 	BRect frame;
@@ -61,11 +94,16 @@ public:
 
 private:
 	DisplayServer();
+	// Both with the server's lock held / in the server's thread.
+	void pvEnqueue(std::function<void()> request);
+	void pvRunRequests();
+
 	struct Data;
 	std::unique_ptr<Data> fData;
 
 	friend FrameWindow* FindFrameWindow(int32 id);
 	friend void NoteModifiers(uint32 modifiers);
+	friend class RequestPump;
 };
 
 }

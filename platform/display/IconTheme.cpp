@@ -1,7 +1,7 @@
 #include "IconTheme.h"
 
 #include <cstring>
-#include <future>
+#include <string>
 
 #include <QDir>
 #include <QIcon>
@@ -71,13 +71,14 @@ ThemeIcon(const char* mimeType, int32 size, std::vector<uint8>* pixels)
 		return B_BAD_VALUE;
 	DisplayServer& server = DisplayServer::Default();
 	server.EnsureStarted();
-	auto answer = std::make_shared<std::promise<QImage>>();
-	std::future<QImage> found = answer->get_future();
-	QString type = QString::fromUtf8(mimeType);
-	server.Post([answer, type, size] { answer->set_value(LookUp(type, size)); });
-	if (found.wait_for(std::chrono::microseconds(kAnswerTimeout)) != std::future_status::ready)
+	auto answer = std::make_shared<ServerAnswer<QImage>>();
+	std::string type = mimeType;
+	server.Post([answer, type, size] {
+		answer->Set(LookUp(QString::fromStdString(type), size));
+	});
+	QImage image;
+	if (!answer->Wait(kAnswerTimeout, &image))
 		return B_TIMED_OUT;
-	QImage image = found.get();
 	if (image.isNull())
 		return B_NAME_NOT_FOUND;
 	pixels->resize(size_t(size) * size * 4);

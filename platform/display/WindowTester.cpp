@@ -23,6 +23,7 @@ namespace BPrivate {
 namespace {
 
 const bigtime_t kIdleTimeout = 20000000;
+const uint32 kIdlePing = 'wtIP';
 
 Qt::KeyboardModifiers
 QtModifiers(uint32 modifiers)
@@ -99,8 +100,16 @@ WindowTester::RunHeadless(const std::function<void()>& body, const char* signatu
 
 WindowTester::WindowTester(BWindow* window)
 	: fWindow(window),
+	fMessenger(window),
 	fId(window->fServerId)
 {
+}
+
+bool
+WindowTester::pvLock()
+{
+	// The window may have quit (and gone) meanwhile.
+	return fMessenger.LockTarget();
 }
 
 status_t
@@ -113,10 +122,18 @@ WindowTester::WaitForIdle()
 		return status;
 	// What the window posted to itself meanwhile (an invoked control's message)
 	// is part of the work.
-	do {
-		status = WaitForLooperIdle(fWindow, kIdleTimeout);
-	} while (status == B_OK && fWindow->IsMessageWaiting());
-	return status;
+	for (;;) {
+		// Whatever the window makes of it, the answer comes once it is dispatched;
+		// a window that has quit answers B_BAD_PORT_ID.
+		BMessage ping(kIdlePing), reply;
+		status = fMessenger.SendMessage(&ping, &reply, B_INFINITE_TIMEOUT, kIdleTimeout);
+		if (status != B_OK || !pvLock())
+			return status;
+		bool waiting = fWindow->IsMessageWaiting();
+		fWindow->Unlock();
+		if (!waiting)
+			return B_OK;
+	}
 }
 
 void
@@ -253,7 +270,7 @@ WindowTester::Activate()
 rgb_color
 WindowTester::PixelAt(BPoint where)
 {
-	if (!fWindow->Lock())
+	if (!pvLock())
 		return rgb_color{0, 0, 0, 0};
 	rgb_color color = fWindow->fCanvas->PixelAt(int32(where.x), int32(where.y));
 	fWindow->Unlock();
@@ -263,7 +280,7 @@ WindowTester::PixelAt(BPoint where)
 status_t
 WindowTester::SaveFrame(const char* path)
 {
-	if (!fWindow->Lock())
+	if (!pvLock())
 		return B_BAD_VALUE;
 	status_t status = fWindow->fCanvas->SavePNG(path);
 	fWindow->Unlock();

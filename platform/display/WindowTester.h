@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <GraphicsDefs.h>
+#include <Messenger.h>
 #include <Rect.h>
 
 class BWindow;
@@ -48,7 +49,10 @@ public:
 	status_t SaveFrame(const char* path);
 
 private:
+	bool pvLock();
+
 	BWindow* fWindow;
+	BMessenger fMessenger;
 	int32 fId;
 };
 

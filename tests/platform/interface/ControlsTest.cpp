@@ -60,9 +60,8 @@ TEST(ControlsTest, ButtonsInvokeByClickAndEnterAndTheDefaultTakesEnter)
 		tester.MouseDown(BPoint(110, 20));
 		tester.MouseUp(BPoint(110, 150));
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_EQ("ok=0|", window->log);
-
 		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ("ok=0|", window->log);
 		other->MakeFocus(true);
 		window->Unlock();
 		tester.TypeKey(B_SPACE);
@@ -73,8 +72,8 @@ TEST(ControlsTest, ButtonsInvokeByClickAndEnterAndTheDefaultTakesEnter)
 		window->Unlock();
 		tester.TypeKey(B_ENTER);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_EQ("ok=0|other=0|other=0|ok=0|", window->log);
 		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ("ok=0|other=0|other=0|ok=0|", window->log);
 		EXPECT_EQ(ok, window->DefaultButton());
 		EXPECT_TRUE(ok->IsDefault());
 		window->Unlock();
@@ -118,8 +117,8 @@ TEST(ControlsTest, TurningOneRadioButtonOnTurnsItsSiblingsOff)
 		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ(B_CONTROL_OFF, radios[1]->Value());
 		EXPECT_EQ(B_CONTROL_ON, radios[2]->Value());
-		window->Unlock();
 		EXPECT_EQ("b=1|c=1|", window->log);
+		window->Unlock();
 	});
 }
 

@@ -70,7 +70,9 @@ TEST(DrawingTest, ChildrenDrawOverParentsAndAfterChildrenOverThem)
 		WindowTester tester(window);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 
+		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ("parent.Draw child.Draw parent.After ", log);
+		window->Unlock();
 		EXPECT_EQ(kRed, tester.PixelAt(BPoint(1, 1)));
 		// The child (at 2, 2) drew its corner over the parent's.
 		EXPECT_EQ(kBlue, tester.PixelAt(BPoint(3, 3)));
@@ -102,13 +104,15 @@ TEST(DrawingTest, TransparentViewsShowTheirParentAndInvalidationRedraws)
 
 		// What is invalid is drawn again after the message that asked, from the
 		// parent up (the glass shows it); views elsewhere are left alone.
-		log.clear();
 		ASSERT_TRUE(window->Lock());
+		log.clear();
 		glass->Invalidate(BRect(30, 30, 35, 35));
 		window->Unlock();
 		window->PostMessage('nop ');
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ("parent.Draw glass.Draw ", log);
+		window->Unlock();
 	});
 }
 
