@@ -119,6 +119,15 @@ StrokeArea(BRect rect)
 	return QRectF(rect.left + 0.5, rect.top + 0.5, rect.Width(), rect.Height());
 }
 
+QPolygonF
+PixelCentres(const BPoint* points, int32 count)
+{
+	QPolygonF polygon;
+	for (int32 i = 0; i < count; i++)
+		polygon << QPointF(points[i].x + 0.5, points[i].y + 0.5);
+	return polygon;
+}
+
 QFont
 ToQFont(const BFont& font)
 {
@@ -350,9 +359,7 @@ Canvas::FillArc(BRect rect, float start, float span, const Paint& paint)
 void
 Canvas::StrokePolygon(const BPoint* points, int32 count, bool closed, const Paint& paint)
 {
-	QPolygonF polygon;
-	for (int32 i = 0; i < count; i++)
-		polygon << QPointF(points[i].x + 0.5, points[i].y + 0.5);
+	QPolygonF polygon = PixelCentres(points, count);
 	QPainter& painter = fData->Stroke(paint);
 	if (closed)
 		painter.drawPolygon(polygon);
@@ -363,10 +370,7 @@ Canvas::StrokePolygon(const BPoint* points, int32 count, bool closed, const Pain
 void
 Canvas::FillPolygon(const BPoint* points, int32 count, const Paint& paint)
 {
-	QPolygonF polygon;
-	for (int32 i = 0; i < count; i++)
-		polygon << QPointF(points[i].x + 0.5, points[i].y + 0.5);
-	fData->Fill(paint).drawPolygon(polygon);
+	fData->Fill(paint).drawPolygon(PixelCentres(points, count));
 }
 
 float

@@ -53,6 +53,27 @@ QtButtons(uint32 buttons)
 	return result;
 }
 
+// A mouse event for window id: changed are the buttons pressed or released,
+// held those down after the event.
+void
+SendMouse(int32 id, QEvent::Type type, BPoint where, uint32 changed, uint32 held,
+	uint32 modifiers)
+{
+	DisplayServer::Default().Post([=] {
+		FrameWindow* window = FindFrameWindow(id);
+		if (window == nullptr)
+			return;
+		Qt::MouseButtons buttons = QtButtons(changed);
+		Qt::MouseButton button = (buttons & Qt::LeftButton) ? Qt::LeftButton
+			: (buttons & Qt::RightButton) ? Qt::RightButton
+			: (buttons & Qt::MiddleButton) ? Qt::MiddleButton : Qt::NoButton;
+		QPointF point(where.x, where.y);
+		QMouseEvent event(type, point, window->mapToGlobal(point), button, QtButtons(held),
+			QtModifiers(modifiers));
+		QCoreApplication::sendEvent(window, &event);
+	});
+}
+
 // The Qt key and text of a BeOS key character.
 void
 QtKey(uint32 key, uint32 modifiers, int* qtKey, QString* text)
@@ -139,49 +160,19 @@ WindowTester::WaitForIdle()
 void
 WindowTester::MouseDown(BPoint where, uint32 buttons, uint32 modifiers)
 {
-	int32 id = fId;
-	DisplayServer::Default().Post([=] {
-		if (FrameWindow* window = FindFrameWindow(id)) {
-			QPointF point(where.x, where.y);
-			Qt::MouseButtons held = QtButtons(buttons);
-			Qt::MouseButton button = (held & Qt::LeftButton) ? Qt::LeftButton
-				: (held & Qt::RightButton) ? Qt::RightButton : Qt::MiddleButton;
-			QMouseEvent event(QEvent::MouseButtonPress, point, window->mapToGlobal(point),
-				button, held, QtModifiers(modifiers));
-			QCoreApplication::sendEvent(window, &event);
-		}
-	});
+	SendMouse(fId, QEvent::MouseButtonPress, where, buttons, buttons, modifiers);
 }
 
 void
 WindowTester::MouseUp(BPoint where, uint32 buttons, uint32 modifiers)
 {
-	int32 id = fId;
-	DisplayServer::Default().Post([=] {
-		if (FrameWindow* window = FindFrameWindow(id)) {
-			QPointF point(where.x, where.y);
-			Qt::MouseButtons released = QtButtons(buttons);
-			Qt::MouseButton button = (released & Qt::LeftButton) ? Qt::LeftButton
-				: (released & Qt::RightButton) ? Qt::RightButton : Qt::MiddleButton;
-			QMouseEvent event(QEvent::MouseButtonRelease, point, window->mapToGlobal(point),
-				button, Qt::NoButton, QtModifiers(modifiers));
-			QCoreApplication::sendEvent(window, &event);
-		}
-	});
+	SendMouse(fId, QEvent::MouseButtonRelease, where, buttons, 0, modifiers);
 }
 
 void
 WindowTester::MouseMove(BPoint where, uint32 buttons, uint32 modifiers)
 {
-	int32 id = fId;
-	DisplayServer::Default().Post([=] {
-		if (FrameWindow* window = FindFrameWindow(id)) {
-			QPointF point(where.x, where.y);
-			QMouseEvent event(QEvent::MouseMove, point, window->mapToGlobal(point),
-				Qt::NoButton, QtButtons(buttons), QtModifiers(modifiers));
-			QCoreApplication::sendEvent(window, &event);
-		}
-	});
+	SendMouse(fId, QEvent::MouseMove, where, 0, buttons, modifiers);
 }
 
 void

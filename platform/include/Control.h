@@ -20,12 +20,8 @@ public:
 	virtual ~BControl();
 
 	virtual void AttachedToWindow();
-	virtual void MessageReceived(BMessage* message);
 	virtual void MakeFocus(bool focus = true);
 	virtual void KeyDown(const char* bytes, int32 numBytes);
-	virtual void MouseDown(BPoint where);
-	virtual void MouseUp(BPoint where);
-	virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);
 
 	virtual void SetLabel(const char* label);
 	const char* Label() const;
@@ -43,6 +39,11 @@ protected:
 	bool IsFocusChanging() const { return fFocusChanging; }
 	bool IsTracking() const { return fTracking; }
 	void SetTracking(bool state) { fTracking = state; }
+	// For controls that act when the mouse is released over them: the press
+	// starts tracking (false when the control is disabled), the release ends it
+	// and tells whether it happened inside the control.
+	bool StartTracking();
+	bool StopTracking(BPoint where);
 	// The label's colour: darker text, lighter when disabled.
 	rgb_color LabelColor() const;
 	// The baseline that centres one line of the view's font in rect.

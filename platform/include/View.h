@@ -172,6 +172,9 @@ public:
 
 	// Drawing state.
 	rgb_color ViewColor() const { return fViewColor; }
+	// Takes the parent's view colour as view and low colour (the panel colour
+	// without a parent view).
+	void AdoptParentColors();
 	void SetViewColor(uchar red, uchar green, uchar blue, uchar alpha = 255);
 	rgb_color HighColor() const;
 	void SetHighColor(uchar red, uchar green, uchar blue, uchar alpha = 255);

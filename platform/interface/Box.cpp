@@ -7,8 +7,7 @@ BBox::BBox(BRect frame, const char* name, uint32 resizingMode, uint32 flags,
 	: BView(frame, name, resizingMode, flags | B_WILL_DRAW | B_FRAME_EVENTS),
 	fBorder(border)
 {
-	SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
-	SetLowColor(ViewColor());
+	AdoptParentColors();
 	SetFont(be_bold_font);
 }
 
@@ -17,10 +16,7 @@ BBox::~BBox() = default;
 void
 BBox::AttachedToWindow()
 {
-	if (BView* parent = Parent()) {
-		SetViewColor(parent->ViewColor());
-		SetLowColor(parent->ViewColor());
-	}
+	AdoptParentColors();
 	BView::AttachedToWindow();
 }
 

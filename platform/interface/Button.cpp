@@ -72,11 +72,8 @@ BButton::Draw(BRect)
 void
 BButton::MouseDown(BPoint)
 {
-	if (!IsEnabled())
-		return;
-	SetTracking(true);
-	SetMouseEventMask(B_POINTER_EVENTS);
-	SetValue(B_CONTROL_ON);
+	if (StartTracking())
+		SetValue(B_CONTROL_ON);
 }
 
 void
@@ -89,11 +86,9 @@ BButton::MouseMoved(BPoint where, uint32, const BMessage*)
 void
 BButton::MouseUp(BPoint where)
 {
-	if (!IsTracking())
-		return;
-	SetTracking(false);
+	bool inside = StopTracking(where);
 	SetValue(B_CONTROL_OFF);
-	if (Bounds().Contains(where))
+	if (inside)
 		Invoke();
 }
 

@@ -12,8 +12,7 @@ BControl::BControl(BRect frame, const char* name, const char* label, BMessage* m
 	fLabel(label != nullptr ? label : ""),
 	fHasLabel(label != nullptr)
 {
-	SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
-	SetLowColor(ViewColor());
+	AdoptParentColors();
 }
 
 BControl::~BControl() = default;
@@ -22,19 +21,10 @@ void
 BControl::AttachedToWindow()
 {
 	// Controls sit on their parent's background and talk to their window.
-	if (BView* parent = Parent()) {
-		SetViewColor(parent->ViewColor());
-		SetLowColor(parent->ViewColor());
-	}
+	AdoptParentColors();
 	if (!Messenger().IsValid())
 		SetTarget(Window());
 	BView::AttachedToWindow();
-}
-
-void
-BControl::MessageReceived(BMessage* message)
-{
-	BView::MessageReceived(message);
 }
 
 void
@@ -57,24 +47,6 @@ BControl::KeyDown(const char* bytes, int32 numBytes)
 		return;
 	}
 	BView::KeyDown(bytes, numBytes);
-}
-
-void
-BControl::MouseDown(BPoint where)
-{
-	BView::MouseDown(where);
-}
-
-void
-BControl::MouseUp(BPoint where)
-{
-	BView::MouseUp(where);
-}
-
-void
-BControl::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage)
-{
-	BView::MouseMoved(where, transit, dragMessage);
 }
 
 void
@@ -127,6 +99,25 @@ BControl::Invoke(BMessage* message)
 	copy.AddPointer("source", static_cast<BControl*>(this));
 	copy.AddInt32("be:value", fValue);
 	return Messenger().SendMessage(&copy, HandlerForReply(), Timeout());
+}
+
+bool
+BControl::StartTracking()
+{
+	if (!fEnabled)
+		return false;
+	fTracking = true;
+	SetMouseEventMask(B_POINTER_EVENTS);
+	return true;
+}
+
+bool
+BControl::StopTracking(BPoint where)
+{
+	if (!fTracking)
+		return false;
+	fTracking = false;
+	return Bounds().Contains(where);
 }
 
 rgb_color

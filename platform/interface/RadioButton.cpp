@@ -61,24 +61,13 @@ BRadioButton::Draw(BRect)
 void
 BRadioButton::MouseDown(BPoint)
 {
-	if (!IsEnabled())
-		return;
-	SetTracking(true);
-	SetMouseEventMask(B_POINTER_EVENTS);
-}
-
-void
-BRadioButton::MouseMoved(BPoint, uint32, const BMessage*)
-{
+	StartTracking();
 }
 
 void
 BRadioButton::MouseUp(BPoint where)
 {
-	if (!IsTracking())
-		return;
-	SetTracking(false);
-	if (Bounds().Contains(where))
+	if (StopTracking(where))
 		pvSelect();
 }
 

@@ -7,8 +7,7 @@ BStringView::BStringView(BRect frame, const char* name, const char* text,
 	: BView(frame, name, resizingMode, flags | B_WILL_DRAW),
 	fText(text != nullptr ? text : "")
 {
-	SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
-	SetLowColor(ViewColor());
+	AdoptParentColors();
 }
 
 BStringView::~BStringView() = default;
@@ -16,10 +15,7 @@ BStringView::~BStringView() = default;
 void
 BStringView::AttachedToWindow()
 {
-	if (BView* parent = Parent()) {
-		SetViewColor(parent->ViewColor());
-		SetLowColor(parent->ViewColor());
-	}
+	AdoptParentColors();
 	BView::AttachedToWindow();
 }
 

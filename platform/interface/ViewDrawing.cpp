@@ -40,6 +40,16 @@ BView::SetHighColor(uchar red, uchar green, uchar blue, uchar alpha)
 	SetHighColor(make_color(red, green, blue, alpha));
 }
 
+void
+BView::AdoptParentColors()
+{
+	BView* parent = Parent();
+	rgb_color color = parent != nullptr ? parent->ViewColor()
+		: ui_color(B_PANEL_BACKGROUND_COLOR);
+	SetViewColor(color);
+	SetLowColor(color);
+}
+
 rgb_color
 BView::HighColor() const
 {
