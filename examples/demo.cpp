@@ -12,6 +12,7 @@
 #include <Box.h>
 #include <Button.h>
 #include <Node.h>
+#include <Path.h>
 #include <NodeInfo.h>
 #include <RadioButton.h>
 #include <StringView.h>
@@ -23,15 +24,15 @@ namespace {
 const uint32 kSizeChosen = 'Size';
 const uint32 kApply = 'Aply';
 
-// The icon of the current folder, as the file manager shows it.
-class FolderIconView : public BView {
+// The icon of a node, as the file manager shows it.
+class NodeIconView : public BView {
 public:
-	FolderIconView(BPoint where)
-		: BView(BRect(where, 31, 31), "Icon", B_FOLLOW_RIGHT | B_FOLLOW_TOP, B_WILL_DRAW),
+	NodeIconView(BPoint where, const char* path)
+		: BView(BRect(where, 31, 31), path, B_FOLLOW_RIGHT | B_FOLLOW_TOP, B_WILL_DRAW),
 		fIcon(BRect(0, 0, 31, 31), B_CMAP8)
 	{
-		BNode folder(".");
-		BNodeInfo info(&folder);
+		BNode node(path);
+		BNodeInfo info(&node);
 		fHasIcon = info.GetTrackerIcon(&fIcon, B_LARGE_ICON) == B_OK;
 	}
 
@@ -92,7 +93,12 @@ public:
 		box->AddChild(fStatus);
 
 		BRect interior = box->Bounds();
-		box->AddChild(new FolderIconView(BPoint(interior.right - 46, 22)));
+		// The program's own icon and its folder's.
+		app_info info;
+		BPath program;
+		if (be_app->GetAppInfo(&info) == B_OK && program.SetTo(&info.ref) == B_OK)
+			box->AddChild(new NodeIconView(BPoint(interior.right - 84, 22), program.Path()));
+		box->AddChild(new NodeIconView(BPoint(interior.right - 46, 22), "."));
 		BButton* apply = new BButton(BRect(0, 0, 79, 24), "Apply", "Apply",
 			new BMessage(kApply), B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM);
 		apply->ResizeToPreferred();

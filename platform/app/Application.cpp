@@ -22,7 +22,7 @@ namespace {
 
 const char kSignaturePrefix[] = "application/";
 
-// The running executable as an entry: the folder it lives in and its leaf name.
+// The running executable as an entry that the storage kit can find again.
 status_t
 ExecutableRef(entry_ref* ref)
 {
@@ -31,16 +31,7 @@ ExecutableRef(entry_ref* ref)
 	if (length <= 0)
 		return B_ENTRY_NOT_FOUND;
 	path[length] = '\0';
-	char* slash = strrchr(path, '/');
-	if (slash == nullptr)
-		return B_ENTRY_NOT_FOUND;
-	*slash = '\0';
-	struct stat folder;
-	if (stat(slash == path ? "/" : path, &folder) != 0)
-		return B_ENTRY_NOT_FOUND;
-	ref->device = folder.st_dev;
-	ref->directory = folder.st_ino;
-	return ref->set_name(slash + 1);
+	return get_ref_for_path(path, ref);
 }
 
 }	// namespace

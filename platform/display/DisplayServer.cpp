@@ -15,6 +15,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <Window.h>
+
 #include "../app/DisplayLoop.h"
 #include "FrameWindow.h"
 
@@ -50,6 +52,24 @@ IsMainThread()
 
 // Set in the thread that runs the display loop.
 thread_local bool tIsDisplayThread = false;
+
+// The decoration of a window: its look and the buttons its flags allow.
+Qt::WindowFlags
+QtFlags(const WindowSettings& settings)
+{
+	Qt::WindowFlags flags = settings.modal ? Qt::Dialog : settings.floating ? Qt::Tool
+		: Qt::Window;
+	if (!settings.bordered)
+		return flags | Qt::FramelessWindowHint;
+	flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+	if ((settings.flags & B_NOT_CLOSABLE) == 0)
+		flags |= Qt::WindowCloseButtonHint;
+	if ((settings.flags & B_NOT_MINIMIZABLE) == 0 && !settings.modal)
+		flags |= Qt::WindowMinimizeButtonHint;
+	if ((settings.flags & (B_NOT_ZOOMABLE | B_NOT_RESIZABLE)) == 0 && !settings.modal)
+		flags |= Qt::WindowMaximizeButtonHint;
+	return flags;
+}
 
 }	// namespace
 
@@ -228,8 +248,9 @@ DisplayServer::CreateWindow(const BMessenger& target, const WindowSettings& sett
 	Data* data = fData.get();
 	Post([data, id, target, settings] {
 		auto window = std::make_unique<FrameWindow>(target);
-		Qt::WindowFlags flags = settings.bordered ? Qt::Window : Qt::FramelessWindowHint;
-		window->setFlags(flags);
+		window->setFlags(QtFlags(settings));
+		if (settings.modal)
+			window->setModality(Qt::ApplicationModal);
 		window->setTitle(QString::fromStdString(settings.title));
 		BRect frame = settings.frame;
 		QSize size(frame.IntegerWidth() + 1, frame.IntegerHeight() + 1);

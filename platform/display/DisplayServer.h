@@ -55,6 +55,8 @@ struct WindowSettings {
 	std::string title;
 	uint32 flags = 0;
 	bool bordered = true;
+	bool modal = false;
+	bool floating = false;
 	float minWidth = 0, maxWidth = 32768, minHeight = 0, maxHeight = 32768;
 };
 

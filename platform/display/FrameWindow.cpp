@@ -1,7 +1,5 @@
 #include "FrameWindow.h"
 
-#include <sys/stat.h>
-
 #include <QFile>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -106,21 +104,6 @@ KeyBytes(QKeyEvent* event)
 		return QByteArray(1, c);
 	}
 	return event->text().toUtf8();
-}
-
-status_t
-RefForPath(const QByteArray& path, entry_ref* ref)
-{
-	int slash = path.lastIndexOf('/');
-	if (slash < 0 || slash == path.size() - 1)
-		return B_BAD_VALUE;
-	QByteArray folder = slash == 0 ? QByteArray("/") : path.left(slash);
-	struct stat info;
-	if (stat(folder.constData(), &info) != 0)
-		return B_ENTRY_NOT_FOUND;
-	ref->device = info.st_dev;
-	ref->directory = info.st_ino;
-	return ref->set_name(path.mid(slash + 1).constData());
 }
 
 }	// namespace
@@ -329,7 +312,7 @@ FrameWindow::pvDrop(QDropEvent* event)
 		if (!url.isLocalFile())
 			continue;
 		entry_ref ref;
-		if (RefForPath(QFile::encodeName(url.toLocalFile()), &ref) == B_OK)
+		if (get_ref_for_path(QFile::encodeName(url.toLocalFile()).constData(), &ref) == B_OK)
 			message.AddRef("refs", &ref);
 	}
 	if (!message.HasRef("refs"))

@@ -62,6 +62,15 @@ LookUp(const QString& type, int size)
 	return QImage();
 }
 
+// ARGB32 rows are blue, green, red, alpha bytes: the B_RGBA32 layout.
+void
+CopyPixels(const QImage& image, int32 size, std::vector<uint8>* pixels)
+{
+	pixels->resize(size_t(size) * size * 4);
+	for (int y = 0; y < size; y++)
+		memcpy(pixels->data() + size_t(y) * size * 4, image.constScanLine(y), size_t(size) * 4);
+}
+
 }	// namespace
 
 status_t
@@ -81,9 +90,21 @@ ThemeIcon(const char* mimeType, int32 size, std::vector<uint8>* pixels)
 		return B_TIMED_OUT;
 	if (image.isNull())
 		return B_NAME_NOT_FOUND;
-	pixels->resize(size_t(size) * size * 4);
-	for (int y = 0; y < size; y++)
-		memcpy(pixels->data() + size_t(y) * size * 4, image.constScanLine(y), size_t(size) * 4);
+	CopyPixels(image, size, pixels);
+	return B_OK;
+}
+
+status_t
+DecodeIcon(const uint8* data, size_t length, int32 size, std::vector<uint8>* pixels)
+{
+	if (data == nullptr || size <= 0 || pixels == nullptr)
+		return B_BAD_VALUE;
+	// Image formats are found through the GUI application's library paths.
+	DisplayServer::Default().EnsureStarted();
+	QImage image;
+	if (!image.loadFromData(data, int(length)))
+		return B_BAD_DATA;
+	CopyPixels(image.convertToFormat(QImage::Format_ARGB32).scaled(size, size), size, pixels);
 	return B_OK;
 }
 

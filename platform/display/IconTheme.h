@@ -11,6 +11,8 @@ namespace BPrivate {
 // layout (blue, green, red, alpha); B_NAME_NOT_FOUND when the theme has none.
 // Asks the display server, which answers without touching any looper.
 status_t ThemeIcon(const char* mimeType, int32 size, std::vector<uint8>* pixels);
+// An icon in an image file format (PNG) decoded to size by size B_RGBA32 pixels.
+status_t DecodeIcon(const uint8* data, size_t length, int32 size, std::vector<uint8>* pixels);
 
 }
 

@@ -8,7 +8,10 @@
 #define B_FILE_NAME_LENGTH (NAME_MAX + 1)
 #define B_PATH_NAME_LENGTH PATH_MAX
 #define B_ATTR_NAME_LENGTH 256
-#define B_MIME_TYPE_LENGTH 256
+// As on BeOS (B_ATTR_NAME_LENGTH - 15), and as Roster.h has it.
+#ifndef B_MIME_TYPE_LENGTH
+#define B_MIME_TYPE_LENGTH 241
+#endif
 #define B_MAX_SYMLINKS 16
 
 // Open modes of BFile; they are the host's open flags.

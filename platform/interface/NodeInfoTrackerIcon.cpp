@@ -8,20 +8,15 @@
 #include <Bitmap.h>
 #include <StorageDefs.h>
 #include <Node.h>
-#include <TypeConstants.h>
 
 #include "../display/IconTheme.h"
+#include "Icons.h"
 
 // The icon that the file manager shows for a node: its own icon attribute,
-// else the desktop theme's icon for its type, else a generic file, folder or
-// link icon.
+// the program's icon for the running program's file, else the desktop theme's
+// icon for its type, else a generic file, folder or link icon.
 
 namespace {
-
-const char kLargeIconAttribute[] = "BEOS:L:STD_ICON";
-const char kMiniIconAttribute[] = "BEOS:M:STD_ICON";
-const type_code kLargeIconType = 'ICON';
-const type_code kMiniIconType = 'MICN';
 
 enum generic_icon {
 	kGenericFile,
@@ -111,29 +106,19 @@ ThemeType(const char* type)
 status_t
 BNodeInfo::GetTrackerIcon(BBitmap* icon, icon_size which) const
 {
-	if (icon == nullptr || icon->InitCheck() != B_OK)
+	if (!BPrivate::FitsIconSize(icon, which))
 		return B_BAD_VALUE;
 	if (fStatus != B_OK)
 		return fStatus;
-	int32 size = int32(which);
-	BRect bounds = icon->Bounds();
-	if (bounds.IntegerWidth() + 1 != size || bounds.IntegerHeight() + 1 != size)
-		return B_BAD_VALUE;
-
-	// The node's own icon, one byte per pixel of the system colour map.
-	std::vector<uint8> data(size_t(size) * size);
-	ssize_t length = fNode->ReadAttr(which == B_LARGE_ICON ? kLargeIconAttribute
-		: kMiniIconAttribute, which == B_LARGE_ICON ? kLargeIconType : kMiniIconType, 0,
-		data.data(), data.size());
-	if (length == ssize_t(data.size())) {
-		icon->SetBits(data.data(), int32(length), 0, B_CMAP8);
+	if (BPrivate::ReadIconAttribute(fNode, icon, which) == B_OK)
 		return B_OK;
-	}
+	if (BPrivate::IsRunningProgram(fNode) && BPrivate::GetProgramIcon(icon, which) == B_OK)
+		return B_OK;
 
 	char type[B_MIME_TYPE_LENGTH];
 	std::vector<uint8> pixels;
 	if (GetType(type) == B_OK
-		&& BPrivate::ThemeIcon(ThemeType(type), size, &pixels) == B_OK) {
+		&& BPrivate::ThemeIcon(ThemeType(type), int32(which), &pixels) == B_OK) {
 		icon->SetBits(pixels.data(), int32(pixels.size()), 0, B_RGBA32);
 		return B_OK;
 	}
@@ -144,7 +129,7 @@ BNodeInfo::GetTrackerIcon(BBitmap* icon, icon_size which) const
 		return status;
 	generic_icon kind = S_ISDIR(st.st_mode) ? kGenericFolder
 		: S_ISLNK(st.st_mode) ? kGenericLink : kGenericFile;
-	pixels = GenericIcon(kind, size);
+	pixels = GenericIcon(kind, int32(which));
 	icon->SetBits(pixels.data(), int32(pixels.size()), 0, B_RGBA32);
 	return B_OK;
 }

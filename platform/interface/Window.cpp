@@ -109,6 +109,10 @@ BWindow::pvInit(BRect frame, const char* title, window_look look, window_feel fe
 	settings.title = fTitle;
 	settings.flags = flags;
 	settings.bordered = look != B_NO_BORDER_WINDOW_LOOK && look != B_BORDERED_WINDOW_LOOK;
+	settings.modal = feel == B_MODAL_APP_WINDOW_FEEL || feel == B_MODAL_SUBSET_WINDOW_FEEL
+		|| feel == B_MODAL_ALL_WINDOW_FEEL;
+	settings.floating = feel == B_FLOATING_APP_WINDOW_FEEL
+		|| feel == B_FLOATING_SUBSET_WINDOW_FEEL || feel == B_FLOATING_ALL_WINDOW_FEEL;
 	fServerId = DisplayServer::Default().CreateWindow(BMessenger(this), settings);
 	SetSizeLimits(fMinWidth, fMaxWidth, fMinHeight, fMaxHeight);
 

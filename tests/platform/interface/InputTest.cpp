@@ -9,6 +9,7 @@
 #include <Application.h>
 #include <Entry.h>
 #include <Message.h>
+#include <Path.h>
 #include <View.h>
 #include <Window.h>
 #include <WindowTester.h>
@@ -50,8 +51,12 @@ public:
 	{
 		if (message->what == B_SIMPLE_DATA) {
 			entry_ref ref;
-			for (int32 i = 0; message->FindRef("refs", i, &ref) == B_OK; i++)
-				*fLog += std::string(Name()) + " drop " + ref.name + "|";
+			for (int32 i = 0; message->FindRef("refs", i, &ref) == B_OK; i++) {
+				// The refs lead back to the files.
+				BPath path(&ref);
+				*fLog += std::string(Name()) + " drop " + (path.InitCheck() == B_OK
+					? path.Leaf() : "?") + "|";
+			}
 			BPoint where = ConvertFromScreen(message->DropPoint());
 			*fLog += "at " + std::to_string(int(where.x)) + "," + std::to_string(int(where.y))
 				+ "|";

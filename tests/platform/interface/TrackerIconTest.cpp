@@ -3,11 +3,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
+#include <AppFileInfo.h>
 #include <Bitmap.h>
+#include <File.h>
 #include <Node.h>
 #include <NodeInfo.h>
 #include <WindowTester.h>
@@ -68,6 +72,51 @@ TEST(TrackerIconTest, OwnIconAttributesWinElseTheTypeGivesOne)
 		EXPECT_TRUE(HasOpaquePixel(folderIcon));
 
 		unlink(file.c_str());
+		rmdir(folder);
+	});
+}
+
+TEST(TrackerIconTest, TheRunningProgramHasItsOwnIconAndVersion)
+{
+	WindowTester::RunHeadless([] {
+		char path[PATH_MAX] = {};
+		ASSERT_GT(readlink("/proc/self/exe", path, sizeof(path) - 1), 0);
+		BFile program(path, B_READ_ONLY);
+		BAppFileInfo info(&program);
+		ASSERT_EQ(B_OK, info.InitCheck());
+
+		BBitmap icon(BRect(0, 0, 31, 31), B_CMAP8);
+		ASSERT_EQ(B_OK, info.GetIcon(&icon, B_LARGE_ICON));
+		EXPECT_TRUE(HasOpaquePixel(icon));
+		// The file manager shows the same icon for the program's file.
+		BBitmap tracker(BRect(0, 0, 31, 31), B_CMAP8);
+		ASSERT_EQ(B_OK, info.GetTrackerIcon(&tracker, B_LARGE_ICON));
+		EXPECT_EQ(0, memcmp(icon.Bits(), tracker.Bits(), icon.BitsLength()));
+
+		version_info version;
+		ASSERT_EQ(B_OK, info.GetVersionInfo(&version, B_APP_VERSION_KIND));
+		char expected[64];
+		snprintf(expected, sizeof(expected), "%u.%u.%u", unsigned(version.major),
+			unsigned(version.middle), unsigned(version.minor));
+		EXPECT_STREQ(expected, version.short_info);
+
+		// Any other file has no version unless an attribute gives one.
+		char folder[] = "/tmp/vellum-version-XXXXXX";
+		ASSERT_NE(nullptr, mkdtemp(folder));
+		std::string other = std::string(folder) + "/tool";
+		fclose(fopen(other.c_str(), "w"));
+		BFile file(other.c_str(), B_READ_WRITE);
+		BAppFileInfo otherInfo(&file);
+		EXPECT_EQ(B_ENTRY_NOT_FOUND, otherInfo.GetVersionInfo(&version, B_APP_VERSION_KIND));
+		version_info stored[2] = {};
+		stored[0].major = 2;
+		strcpy(stored[0].short_info, "2.0");
+		if (file.WriteAttr("BEOS:APP_VERSION", 'APPV', 0, stored, sizeof(stored)) > 0) {
+			ASSERT_EQ(B_OK, otherInfo.GetVersionInfo(&version, B_APP_VERSION_KIND));
+			EXPECT_EQ(2u, version.major);
+			EXPECT_STREQ("2.0", version.short_info);
+		}
+		unlink(other.c_str());
 		rmdir(folder);
 	});
 }
