@@ -196,3 +196,38 @@ TEST(InputTest, DroppedFilesReachTheViewUnderTheDropPoint)
 		rmdir(folder);
 	});
 }
+
+TEST(InputTest, MenuShortcutsTakeTheKeyOnlyWhenTheirItemIsEnabled)
+{
+	WindowTester::RunHeadless([] {
+		std::string log;
+		ShortcutWindow* window = new ShortcutWindow(&log);
+		LogView* focus = new LogView(BRect(0, 0, 9, 9), "focus", &log, B_NAVIGABLE);
+		window->AddChild(focus);
+		focus->MakeFocus(true);
+		bool enabled = false;
+		window->AddShortcut('s', B_SHIFT_KEY, [&log, &enabled] {
+			log += enabled ? "save|" : "disabled|";
+			return enabled;
+		});
+		window->Show();
+		WindowTester tester(window);
+		tester.TypeKey('s', B_COMMAND_KEY | B_SHIFT_KEY);
+		tester.TypeKey('s', B_COMMAND_KEY);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		// A disabled item leaves the key to the focus; without Shift it is another key.
+		EXPECT_EQ("disabled|focus key S|focus key s|", log);
+		log.clear();
+		enabled = true;
+		window->Unlock();
+		tester.TypeKey('S', B_COMMAND_KEY | B_SHIFT_KEY);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ("save|", log);
+		EXPECT_TRUE(window->HasShortcut('S', B_SHIFT_KEY));
+		window->RemoveShortcut('s', B_SHIFT_KEY);
+		EXPECT_FALSE(window->HasShortcut('s', B_SHIFT_KEY));
+		window->Quit();
+	});
+}
