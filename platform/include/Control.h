@@ -46,6 +46,11 @@ protected:
 	bool StopTracking(BPoint where);
 	// The label's colour: darker text, lighter when disabled.
 	rgb_color LabelColor() const;
+	// Draws the label with its baseline starting at baseline, underlined while
+	// the control has the keyboard focus.
+	void DrawLabel(BPoint baseline);
+	// Enter or Space on an enabled control that is not being clicked.
+	bool IsActivationKey(const char* bytes) const;
 	// The baseline that centres one line of the view's font in rect.
 	float CenteredBaseline(BRect rect) const;
 

@@ -52,21 +52,10 @@ BButton::Draw(BRect)
 	SetHighColor(IsEnabled() ? border : tint_color(base, B_DARKEN_2_TINT));
 	StrokeRoundRect(frame, 2, 2);
 
-	const char* label = Label();
-	if (label == nullptr)
+	if (Label() == nullptr)
 		return;
-	float width = StringWidth(label);
-	float x = std::floor(frame.left + (frame.Width() + 1 - width) / 2);
-	float baseline = CenteredBaseline(frame);
-	SetLowColor(HighColor());
-	SetHighColor(LabelColor());
-	SetDrawingMode(B_OP_OVER);
-	DrawString(label, BPoint(x, baseline));
-	SetDrawingMode(B_OP_COPY);
-	if (IsFocus() && Window()->IsActive()) {
-		SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
-		StrokeLine(BPoint(x, baseline + 2), BPoint(x + width - 1, baseline + 2));
-	}
+	float x = std::floor(frame.left + (frame.Width() + 1 - StringWidth(Label())) / 2);
+	DrawLabel(BPoint(x, CenteredBaseline(frame)));
 }
 
 void
@@ -95,7 +84,7 @@ BButton::MouseUp(BPoint where)
 void
 BButton::KeyDown(const char* bytes, int32 numBytes)
 {
-	if ((bytes[0] == B_ENTER || bytes[0] == B_SPACE) && IsEnabled()) {
+	if (IsActivationKey(bytes)) {
 		Invoke();
 		return;
 	}

@@ -41,7 +41,7 @@ BControl::MakeFocus(bool focus)
 void
 BControl::KeyDown(const char* bytes, int32 numBytes)
 {
-	if ((bytes[0] == B_ENTER || bytes[0] == B_SPACE) && !fTracking && fEnabled) {
+	if (IsActivationKey(bytes)) {
 		SetValue(fValue == B_CONTROL_OFF ? B_CONTROL_ON : B_CONTROL_OFF);
 		Invoke();
 		return;
@@ -118,6 +118,30 @@ BControl::StopTracking(BPoint where)
 		return false;
 	fTracking = false;
 	return Bounds().Contains(where);
+}
+
+bool
+BControl::IsActivationKey(const char* bytes) const
+{
+	return (bytes[0] == B_ENTER || bytes[0] == B_SPACE) && fEnabled && !fTracking;
+}
+
+void
+BControl::DrawLabel(BPoint baseline)
+{
+	const char* label = Label();
+	if (label == nullptr)
+		return;
+	SetHighColor(LabelColor());
+	SetDrawingMode(B_OP_OVER);
+	DrawString(label, baseline);
+	SetDrawingMode(B_OP_COPY);
+	// The keyboard focus underlines the label.
+	if (IsFocus() && Window()->IsActive()) {
+		SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
+		StrokeLine(BPoint(baseline.x, baseline.y + 2),
+			BPoint(baseline.x + StringWidth(label) - 1, baseline.y + 2));
+	}
 }
 
 rgb_color

@@ -43,19 +43,8 @@ BRadioButton::Draw(BRect)
 		FillEllipse(mark.InsetByCopy(3, 3));
 	}
 
-	const char* label = Label();
-	if (label == nullptr)
-		return;
-	float x = mark.right + kLabelGap;
-	float baseline = CenteredBaseline(Bounds());
-	SetHighColor(LabelColor());
-	SetDrawingMode(B_OP_OVER);
-	DrawString(label, BPoint(x, baseline));
-	SetDrawingMode(B_OP_COPY);
-	if (IsFocus() && Window()->IsActive()) {
-		SetHighColor(ui_color(B_KEYBOARD_NAVIGATION_COLOR));
-		StrokeLine(BPoint(x, baseline + 2), BPoint(x + StringWidth(label) - 1, baseline + 2));
-	}
+	if (Label() != nullptr)
+		DrawLabel(BPoint(mark.right + kLabelGap, CenteredBaseline(Bounds())));
 }
 
 void
@@ -74,7 +63,7 @@ BRadioButton::MouseUp(BPoint where)
 void
 BRadioButton::KeyDown(const char* bytes, int32 numBytes)
 {
-	if ((bytes[0] == B_ENTER || bytes[0] == B_SPACE) && IsEnabled()) {
+	if (IsActivationKey(bytes)) {
 		pvSelect();
 		return;
 	}
