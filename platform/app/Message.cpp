@@ -822,7 +822,7 @@ BMessage::FindRef(const char* name, int32 index, entry_ref* ref) const
 	if (status != B_OK)
 		return status;
 	Reader reader(item.data, item.size);
-	uint64 device, directory;
+	uint64 device = 0, directory = 0;
 	reader.UInt64(&device);
 	reader.UInt64(&directory);
 	const char* leaf = reinterpret_cast<const char*>(item.data + kRefHeaderSize);

@@ -14,6 +14,8 @@
 #include <Window.h>
 #include <WindowTester.h>
 
+#include "platform/storage/TempFolder.h"
+
 using BPrivate::WindowTester;
 
 namespace {
@@ -180,20 +182,13 @@ TEST(InputTest, DroppedFilesReachTheViewUnderTheDropPoint)
 		window->Show();
 		WindowTester tester(window);
 
-		char folder[] = "/tmp/vellum-drop-XXXXXX";
-		ASSERT_NE(nullptr, mkdtemp(folder));
-		std::vector<std::string> paths = {std::string(folder) + "/one",
-			std::string(folder) + "/two"};
-		for (const std::string& path : paths)
-			fclose(fopen(path.c_str(), "w"));
+		TempFolder folder;
+		std::vector<std::string> paths = {folder.File("one"), folder.File("two")};
 		tester.DropFiles(BPoint(150, 60), paths);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ("right drop one|right drop two|at 50,60|", log);
 		window->Unlock();
-		for (const std::string& path : paths)
-			unlink(path.c_str());
-		rmdir(folder);
 	});
 }
 

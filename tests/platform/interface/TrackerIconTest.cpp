@@ -16,6 +16,8 @@
 #include <NodeInfo.h>
 #include <WindowTester.h>
 
+#include "platform/storage/TempFolder.h"
+
 using BPrivate::WindowTester;
 
 namespace {
@@ -37,17 +39,15 @@ HasOpaquePixel(const BBitmap& bitmap)
 TEST(TrackerIconTest, OwnIconAttributesWinElseTheTypeGivesOne)
 {
 	WindowTester::RunHeadless([] {
-		char folder[] = "/tmp/vellum-icon-XXXXXX";
-		ASSERT_NE(nullptr, mkdtemp(folder));
-		std::string file = std::string(folder) + "/painted";
-		fclose(fopen(file.c_str(), "w"));
+		TempFolder folder;
+		std::string file = folder.File("painted");
 
 		BNode node(file.c_str());
 		ASSERT_EQ(B_OK, node.InitCheck());
 		std::vector<uint8> large(32 * 32, B_TRANSPARENT_MAGIC_CMAP8);
 		large[0] = index_for_color(make_color(255, 0, 0));
 		if (node.WriteAttr("BEOS:L:STD_ICON", 'ICON', 0, large.data(), large.size()) < 0) {
-			GTEST_SKIP() << "no user extended attributes in " << folder;
+			GTEST_SKIP() << folder.XattrProblem();
 		}
 		std::vector<uint8> mini(16 * 16, index_for_color(make_color(0, 0, 0)));
 		ASSERT_EQ(ssize_t(mini.size()),
@@ -65,14 +65,11 @@ TEST(TrackerIconTest, OwnIconAttributesWinElseTheTypeGivesOne)
 		EXPECT_EQ(B_BAD_VALUE, info.GetTrackerIcon(&small, B_LARGE_ICON));
 
 		// A folder without icon attributes still has an icon.
-		BNode folderNode(folder);
+		BNode folderNode(folder.Root().c_str());
 		BNodeInfo folderInfo(&folderNode);
 		BBitmap folderIcon(BRect(0, 0, 31, 31), B_CMAP8);
 		ASSERT_EQ(B_OK, folderInfo.GetTrackerIcon(&folderIcon, B_LARGE_ICON));
 		EXPECT_TRUE(HasOpaquePixel(folderIcon));
-
-		unlink(file.c_str());
-		rmdir(folder);
 	});
 }
 
@@ -101,10 +98,8 @@ TEST(TrackerIconTest, TheRunningProgramHasItsOwnIconAndVersion)
 		EXPECT_STREQ(expected, version.short_info);
 
 		// Any other file has no version unless an attribute gives one.
-		char folder[] = "/tmp/vellum-version-XXXXXX";
-		ASSERT_NE(nullptr, mkdtemp(folder));
-		std::string other = std::string(folder) + "/tool";
-		fclose(fopen(other.c_str(), "w"));
+		TempFolder folder;
+		std::string other = folder.File("tool");
 		BFile file(other.c_str(), B_READ_WRITE);
 		BAppFileInfo otherInfo(&file);
 		EXPECT_EQ(B_ENTRY_NOT_FOUND, otherInfo.GetVersionInfo(&version, B_APP_VERSION_KIND));
@@ -116,7 +111,5 @@ TEST(TrackerIconTest, TheRunningProgramHasItsOwnIconAndVersion)
 			EXPECT_EQ(2u, version.major);
 			EXPECT_STREQ("2.0", version.short_info);
 		}
-		unlink(other.c_str());
-		rmdir(folder);
 	});
 }

@@ -1,3 +1,4 @@
+#include <Autolock.h>
 #include <Locker.h>
 #include <OS.h>
 
@@ -177,6 +178,36 @@ TEST(LockerTest, RecursiveAndOwnedByOneThread)
 
 	std::thread([&] { foreign = locker.LockWithTimeout(0); locker.Unlock(); }).join();
 	EXPECT_EQ(B_OK, foreign);
+}
+
+TEST(LockerTest, AutolockHoldsForItsScopeOrUntilUnlocked)
+{
+	BLocker locker("auto");
+	{
+		BAutolock lock(locker);
+		EXPECT_TRUE(lock.IsLocked());
+		EXPECT_TRUE(locker.IsLocked());
+		lock.Unlock();
+		EXPECT_FALSE(lock.IsLocked());
+		EXPECT_FALSE(locker.IsLocked());
+	}
+	{
+		BAutolock lock(&locker);
+		EXPECT_EQ(1, locker.CountLocks());
+	}
+	EXPECT_FALSE(locker.IsLocked());
+
+	// A lock held elsewhere is waited for, not stolen.
+	ASSERT_TRUE(locker.Lock());
+	bool heldInside = false;
+	std::thread waiter([&] {
+		BAutolock lock(locker);
+		heldInside = lock.IsLocked() && locker.LockingThread() == find_thread(nullptr);
+	});
+	snooze(20000);
+	locker.Unlock();
+	waiter.join();
+	EXPECT_TRUE(heldInside);
 }
 
 TEST(TimeTest, SystemTimeIsMonotonicMicroseconds)

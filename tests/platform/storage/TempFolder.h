@@ -20,7 +20,7 @@ public:
 	{
 		const char* base = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : getenv("TMPDIR");
 		std::string pattern = std::string(base != nullptr ? base : "/tmp")
-			+ "/vellum-test-XXXXXX";
+			+ "/vellum-test-" + std::string(6, 'X');
 		if (mkdtemp(pattern.data()) != nullptr)
 			fPath = pattern;
 	}
@@ -49,6 +49,7 @@ public:
 		return text;
 	}
 
+	const std::string& Root() const { return fPath; }
 	std::string Path(const std::string& leaf) const { return fPath + "/" + leaf; }
 
 	// Creates a file holding text and returns its path.
