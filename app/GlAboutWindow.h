@@ -1,0 +1,22 @@
+#ifndef GL_ABOUT_WINDOW_H
+#define GL_ABOUT_WINDOW_H
+
+#include <Window.h>
+
+class BTextView;
+
+// The small window with the program's name, version and build date. Any
+// click, key or drop closes it; dropped files go on to the application.
+class GlAboutWindow : public BWindow {
+public:
+	GlAboutWindow(BRect frame);
+
+	// Any key, reaching the window with no focus view, closes it.
+	void KeyDown(const char* bytes, int32 numBytes);
+	virtual void MessageReceived(BMessage* msg);
+
+private:
+	void pvFillText(BTextView* titles);
+};
+
+#endif
