@@ -13,6 +13,7 @@
 
 class BBitmap;
 class BMessage;
+class BScrollBar;
 class BWindow;
 
 namespace BPrivate {
@@ -156,6 +157,8 @@ public:
 	bool IsHidden() const;
 	bool IsHidden(const BView* lookingFrom) const;
 	bool IsFocus() const;
+	// The scroll bar of that orientation whose target this view is, or NULL.
+	BScrollBar* ScrollBar(orientation direction) const;
 
 	// Input.
 	void GetMouse(BPoint* location, uint32* buttons, bool checkMessageQueue = true);
@@ -234,6 +237,7 @@ public:
 
 private:
 	friend class BWindow;
+	friend class BScrollBar;
 
 	struct State;
 
@@ -261,6 +265,8 @@ private:
 	std::vector<std::unique_ptr<State>> fStateStack;
 	uint32 fEventMask = 0;
 	uint32 fEventOptions = 0;
+	BScrollBar* fVerticalBar = nullptr;
+	BScrollBar* fHorizontalBar = nullptr;
 };
 
 #endif

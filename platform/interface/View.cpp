@@ -6,6 +6,7 @@
 #include <AppDefs.h>
 #include <Message.h>
 #include <MessageQueue.h>
+#include <ScrollBar.h>
 #include <Window.h>
 
 #include "ViewState.h"
@@ -25,6 +26,10 @@ BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
 
 BView::~BView()
 {
+	for (BScrollBar* bar : {fVerticalBar, fHorizontalBar}) {
+		if (bar != nullptr)
+			bar->fTarget = nullptr;
+	}
 	RemoveSelf();
 	for (BView* child : fChildren) {
 		child->fParent = nullptr;
@@ -57,9 +62,22 @@ BView::AllDetached()
 void
 BView::MessageReceived(BMessage* message)
 {
-	if (message->what == B_MOUSE_WHEEL_CHANGED && fParent != nullptr) {
-		fParent->MessageReceived(message);
-		return;
+	if (message->what == B_MOUSE_WHEEL_CHANGED) {
+		// A scrolled view turns the wheel into scrolling; others pass it up.
+		if (fVerticalBar != nullptr || fHorizontalBar != nullptr) {
+			float dx = 0, dy = 0;
+			message->FindFloat("be:wheel_delta_x", &dx);
+			message->FindFloat("be:wheel_delta_y", &dy);
+			if (fHorizontalBar != nullptr)
+				fHorizontalBar->pvScrollByWheel(dx);
+			if (fVerticalBar != nullptr)
+				fVerticalBar->pvScrollByWheel(dy);
+			return;
+		}
+		if (fParent != nullptr) {
+			fParent->MessageReceived(message);
+			return;
+		}
 	}
 	BHandler::MessageReceived(message);
 }
@@ -388,6 +406,11 @@ BView::ScrollBy(float dx, float dy)
 void
 BView::ScrollTo(BPoint where)
 {
+	// Scroll bars that target this view keep it within their range and follow it.
+	if (fHorizontalBar != nullptr)
+		where.x = fHorizontalBar->pvClamp(where.x);
+	if (fVerticalBar != nullptr)
+		where.y = fVerticalBar->pvClamp(where.y);
 	if (where == fBoundsOrigin)
 		return;
 	fBoundsOrigin = where;
@@ -395,6 +418,10 @@ BView::ScrollTo(BPoint where)
 		fWindow->pvContextChanged();
 		Invalidate();
 	}
+	if (fHorizontalBar != nullptr)
+		fHorizontalBar->SetValue(where.x);
+	if (fVerticalBar != nullptr)
+		fVerticalBar->SetValue(where.y);
 }
 
 BPoint
@@ -574,6 +601,12 @@ BView::IsHidden(const BView* lookingFrom) const
 			return true;
 	}
 	return lookingFrom == nullptr && fWindow != nullptr && fWindow->IsHidden();
+}
+
+BScrollBar*
+BView::ScrollBar(orientation direction) const
+{
+	return direction == B_VERTICAL ? fVerticalBar : fHorizontalBar;
 }
 
 bool
