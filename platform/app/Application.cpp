@@ -21,6 +21,8 @@ BMessenger be_app_messenger;
 namespace {
 
 const char kSignaturePrefix[] = "application/";
+// A desktop launch hands its documents over behind this option.
+const char kRefsOption[] = "--refs";
 
 // The running executable as an entry that the storage kit can find again.
 status_t
@@ -117,6 +119,20 @@ BApplication::pvArgvMessage() const
 	return message;
 }
 
+// The documents of a desktop launch: every argument after the option that
+// names an entry.
+BMessage
+BApplication::pvRefsMessage() const
+{
+	BMessage message(B_REFS_RECEIVED);
+	for (size_t i = 2; i < fArguments.size(); i++) {
+		entry_ref ref;
+		if (get_ref_for_path(fArguments[i].c_str(), &ref) == B_OK)
+			message.AddRef("refs", &ref);
+	}
+	return message;
+}
+
 // #pragma mark - running
 
 thread_id
@@ -125,9 +141,13 @@ BApplication::Run()
 	if (fInitStatus != B_OK)
 		return fInitStatus;
 	if (fArguments.size() > 1) {
-		BMessage* argv = new BMessage(pvArgvMessage());
-		BPrivate::MessageAccess::SetTarget(argv, pvToken());
-		pvEnqueueFirst(argv);
+		BMessage* launch = new BMessage(fArguments[1] == kRefsOption
+			? pvRefsMessage() : pvArgvMessage());
+		BPrivate::MessageAccess::SetTarget(launch, pvToken());
+		if (launch->IsEmpty())
+			delete launch;
+		else
+			pvEnqueueFirst(launch);
 	}
 	PostMessage(B_READY_TO_RUN);
 

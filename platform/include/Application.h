@@ -22,8 +22,11 @@ class PulseTimer;
 // reads the program's command line (/proc/self/cmdline); a subclass may set other
 // arguments with SetLaunchArguments() before Run(). When there is more than the
 // program name, Run() first delivers B_ARGV_RECEIVED ("argc", "argv", "cwd") to
-// ArgvReceived(), then anything posted before Run() (for example the
-// B_REFS_RECEIVED of a desktop launch), then B_READY_TO_RUN to ReadyToRun().
+// ArgvReceived(), then anything posted before Run(), then B_READY_TO_RUN to
+// ReadyToRun(). A desktop launch (the .desktop entry runs "program --refs
+// FILE...") hands its documents over as B_REFS_RECEIVED with "refs" instead
+// of B_ARGV_RECEIVED, as the roster does on BeOS; without a file that exists
+// there is no such message.
 class BApplication : public BLooper {
 public:
 	BApplication(const char* signature);
@@ -64,6 +67,7 @@ private:
 	void pvInit(const char* signature);
 	void pvReadCommandLine();
 	BMessage pvArgvMessage() const;
+	BMessage pvRefsMessage() const;
 	void pvDispatchArgv(BMessage* message);
 	bool pvQuitWindows();
 	virtual void pvLoopEnded();

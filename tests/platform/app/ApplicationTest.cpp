@@ -104,6 +104,18 @@ TEST(ApplicationTest, LaunchMessagesComeBeforeReadyToRun)
 	EXPECT_FALSE(be_app_messenger.IsValid());
 }
 
+TEST(ApplicationTest, DesktopLaunchHandsOverRefsInsteadOfArguments)
+{
+	{
+		TestApp app({"program", "--refs", "/etc/passwd", "/no/such/entry"});
+		app.Run();
+		EXPECT_EQ(app.events, (std::vector<std::string>{"refs passwd", "ready", "quit?"}));
+	}
+	TestApp missing({"program", "--refs", "/no/such/entry"});
+	missing.Run();
+	EXPECT_EQ(missing.events, (std::vector<std::string>{"ready", "quit?"}));
+}
+
 TEST(ApplicationTest, NoArgvMessageWithoutArguments)
 {
 	TestApp app;
