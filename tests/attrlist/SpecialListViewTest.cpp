@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include <Application.h>
 #include <InterfaceDefs.h>
@@ -44,84 +45,104 @@ public:
 	int32 fDrops = 0;
 };
 
-// A list of rows "row 0" ... inside a scroll view, focused.
-SpecialListView*
-AddList(BWindow* window, int32 rows)
-{
-	auto list = new SpecialListView(BRect(0, 0, 300, 150), "attrList",
-		B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL, B_WILL_DRAW | B_NAVIGABLE | B_FRAME_EVENTS);
-	for (int32 i = 0; i < rows; i++) {
-		auto row = new CMultiTextItem(CMultiTextItem::kAttributeRow, 0, true);
-		std::string name = "row " + std::to_string(i);
-		int32 value = i;
-		AttrData data(name.c_str(), 'LONG', &value, 4);
-		row->SetNode(&data);
-		list->AddItem(row);
+// A shown window with a focused list of rows "row 0" ... in a scroll view.
+struct ListWindow {
+	explicit ListWindow(int32 rows)
+		:
+		window(new CountingWindow),
+		list(new SpecialListView(BRect(0, 0, 300, 150), "attrList",
+			B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL,
+			B_WILL_DRAW | B_NAVIGABLE | B_FRAME_EVENTS)),
+		tester(window)
+	{
+		for (int32 i = 0; i < rows; i++) {
+			auto row = new CMultiTextItem(CMultiTextItem::kAttributeRow, 0, true);
+			std::string name = "row " + std::to_string(i);
+			AttrData data(name.c_str(), 'LONG', &i, 4);
+			row->SetNode(&data);
+			list->AddItem(row);
+		}
+		list->SetSelectionMessage(new BMessage(kSelected));
+		list->SetTarget(window);
+		window->AddChild(new BScrollView("ScrollList", list, B_FOLLOW_ALL, 0, false, true));
+		list->MakeFocus(true);
+		window->Show();
 	}
-	list->SetSelectionMessage(new BMessage(kSelected));
-	list->SetTarget(window);
-	window->AddChild(new BScrollView("ScrollList", list, B_FOLLOW_ALL, 0, false, true));
-	list->MakeFocus(true);
-	return list;
-}
+
+	// Posts the message to the list and waits until it has been handled.
+	void Post(BMessage* message)
+	{
+		window->PostMessage(message, list);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+	}
+
+	CountingWindow* window;
+	SpecialListView* list;
+	WindowTester tester;
+};
 
 }	// namespace
 
 TEST(SpecialListViewTest, EnterSendsTheSelectionAgain)
 {
 	WindowTester::RunHeadless([] {
-		auto window = new CountingWindow;
-		SpecialListView* list = AddList(window, 3);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_TRUE(window->Lock());
-		list->Select(1);
-		window->Unlock();
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		int32 before = window->fSelections;
-		window->Unlock();
+		ListWindow w(3);
+		ASSERT_TRUE(w.window->Lock());
+		w.list->Select(1);
+		w.window->Unlock();
+		ASSERT_EQ(B_OK, w.tester.WaitForIdle());
+		ASSERT_TRUE(w.window->Lock());
+		int32 before = w.window->fSelections;
+		w.window->Unlock();
 
-		tester.TypeKey(B_ENTER);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(before + 1, window->fSelections);
-		EXPECT_EQ(1, list->CurrentSelection());
-		window->Unlock();
+		w.tester.TypeKey(B_ENTER);
+		ASSERT_EQ(B_OK, w.tester.WaitForIdle());
+		ASSERT_TRUE(w.window->Lock());
+		EXPECT_EQ(before + 1, w.window->fSelections);
+		EXPECT_EQ(1, w.list->CurrentSelection());
+		w.window->Unlock();
 	});
 }
 
 TEST(SpecialListViewTest, PassesDataOnAndDropsWhatItDoesNotHandle)
 {
 	WindowTester::RunHeadless([] {
-		auto window = new CountingWindow;
-		SpecialListView* list = AddList(window, 100);
-		window->Show();
-		WindowTester tester(window);
-
+		ListWindow w(100);
 		BMessage drop(kDataCode);
-		window->PostMessage(&drop, list);
+		w.Post(&drop);
 		// The wheel would scroll a plain list; this one drops the message.
 		BMessage wheel(B_MOUSE_WHEEL_CHANGED);
 		wheel.AddFloat("be:wheel_delta_y", 3);
-		window->PostMessage(&wheel, list);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		w.Post(&wheel);
 
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(1, window->fDrops);
-		EXPECT_EQ(0.0f, list->ScrollBar(B_VERTICAL)->Value());
-		EXPECT_EQ(0.0f, list->Bounds().top);
-		window->Unlock();
+		ASSERT_TRUE(w.window->Lock());
+		EXPECT_EQ(1, w.window->fDrops);
+		EXPECT_EQ(0.0f, w.list->ScrollBar(B_VERTICAL)->Value());
+		EXPECT_EQ(0.0f, w.list->Bounds().top);
+		w.list->Select(90);
+		w.window->Unlock();
 
 		BMessage scroll('ScrS');
-		ASSERT_TRUE(window->Lock());
-		list->Select(90);
-		window->Unlock();
-		window->PostMessage(&scroll, list);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_GT(list->Bounds().top, 0.0f);
-		EXPECT_TRUE(list->Bounds().Intersects(list->ItemFrame(90)));
-		window->Unlock();
+		w.Post(&scroll);
+		ASSERT_TRUE(w.window->Lock());
+		EXPECT_GT(w.list->Bounds().top, 0.0f);
+		EXPECT_TRUE(w.list->Bounds().Intersects(w.list->ItemFrame(90)));
+		w.window->Unlock();
+	});
+}
+
+TEST(SpecialListViewTest, SelectsTheRowOfANameIgnoringCaseElseTheFirstRow)
+{
+	WindowTester::RunHeadless([] {
+		ListWindow w(3);
+		for (auto [name, index] : {std::pair("ROW 2", 2), std::pair("row 1", 1),
+				std::pair("gamma", 0)}) {
+			BMessage select('SelI');
+			select.AddString("attrName", name);
+			w.Post(&select);
+			ASSERT_TRUE(w.window->Lock());
+			EXPECT_EQ(index, w.list->CurrentSelection()) << name;
+			w.window->Unlock();
+		}
 	});
 }
