@@ -10,6 +10,7 @@
 #include "LooperRegistry.h"
 #include "MessagePrivate.h"
 #include "ReplyState.h"
+#include "TrackerBridge.h"
 
 using BPrivate::LooperRegistry;
 
@@ -62,13 +63,19 @@ BMessenger::SetTo(const char* signature, team_id team)
 	pvSetTo(-1, B_NULL_TOKEN, -1);
 	if (signature == nullptr)
 		return B_BAD_VALUE;
-	// Only this team's application can be reached.
+	// This team's application, or the file manager, which answers through a
+	// bridge to the desktop's own.
 	app_info info;
-	if (be_app == nullptr || (team >= 0 && team != current_team())
-		|| be_app->GetAppInfo(&info) != B_OK || strcasecmp(info.signature, signature) != 0)
-		return B_BAD_VALUE;
-	*this = be_app_messenger;
-	return B_OK;
+	if (be_app != nullptr && (team < 0 || team == current_team())
+		&& be_app->GetAppInfo(&info) == B_OK && strcasecmp(info.signature, signature) == 0) {
+		*this = be_app_messenger;
+		return B_OK;
+	}
+	if (team < 0 && strcasecmp(signature, BPrivate::TrackerBridge::Signature()) == 0) {
+		*this = BPrivate::TrackerBridge::Messenger();
+		return B_OK;
+	}
+	return B_BAD_VALUE;
 }
 
 status_t

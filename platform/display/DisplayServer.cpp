@@ -34,6 +34,7 @@ struct DisplayServer::Data {
 	bool pumpScheduled = false;
 	std::atomic<int32> nextId{1};
 	std::atomic<bool> quitPending{false};
+	std::atomic<bool> running{false};
 	// Something needs Qt: the display loop starts it.
 	bool startRequested = false;
 	std::atomic<uint32> modifiers{0};
@@ -196,12 +197,19 @@ DisplayServer::Sync(bigtime_t timeout)
 	return done->Wait(timeout, &handled) ? B_OK : B_TIMED_OUT;
 }
 
+bool
+DisplayServer::CanWaitForRequests() const
+{
+	return fData->running && !tIsDisplayThread;
+}
+
 void
 DisplayServer::Run()
 {
 	// Qt starts only once something needs it: an application without windows
 	// never opens the display.
 	tIsDisplayThread = true;
+	fData->running = true;
 	{
 		std::unique_lock<std::mutex> guard(fData->lock);
 		fData->started.wait(guard, [this] {
@@ -209,6 +217,7 @@ DisplayServer::Run()
 		});
 		if (fData->application == nullptr && fData->quitPending) {
 			fData->quitPending = false;
+			fData->running = false;
 			tIsDisplayThread = false;
 			return;
 		}
@@ -220,6 +229,7 @@ DisplayServer::Run()
 	QCoreApplication::sendPostedEvents();
 	fData->windows.clear();
 	fData->quitPending = false;
+	fData->running = false;
 	tIsDisplayThread = false;
 }
 

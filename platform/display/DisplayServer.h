@@ -87,6 +87,9 @@ public:
 	void Post(std::function<void()> request);
 	// Waits until the server has carried out every request posted before the call.
 	status_t Sync(bigtime_t timeout = 10000000);
+	// Whether the calling thread may post a request and wait for its answer:
+	// the display loop runs, in another thread.
+	bool CanWaitForRequests() const;
 
 	void Run();
 	void Quit();

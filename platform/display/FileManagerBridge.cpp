@@ -1,0 +1,66 @@
+#include "FileManagerBridge.h"
+
+#include <memory>
+#include <string>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QStringList>
+#include <QUrl>
+
+#include "DisplayServer.h"
+
+namespace BPrivate {
+
+namespace {
+
+const char* const kService = "org.freedesktop.FileManager1";
+const char* const kObject = "/org/freedesktop/FileManager1";
+const char* const kInterface = "org.freedesktop.FileManager1";
+// A file manager that is started for the call gets this long to answer.
+const int kCallTimeoutMs = 2000;
+const bigtime_t kAnswerTimeout = 3000000;
+
+// In the server's thread: the call goes out at once, its answer arrives
+// through the event loop.
+void
+CallShowItems(const QString& uri, std::shared_ptr<ServerAnswer<status_t>> answer)
+{
+	QDBusConnection bus = QDBusConnection::sessionBus();
+	if (!bus.isConnected()) {
+		answer->Set(B_NAME_NOT_FOUND);
+		return;
+	}
+	QDBusMessage call = QDBusMessage::createMethodCall(kService, kObject, kInterface,
+		"ShowItems");
+	call << QStringList{uri} << QString();
+	auto watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, kCallTimeoutMs));
+	QObject::connect(watcher, &QDBusPendingCallWatcher::finished,
+		[answer](QDBusPendingCallWatcher* finished) {
+			answer->Set(finished->isError() ? B_NAME_NOT_FOUND : B_OK);
+			finished->deleteLater();
+		});
+}
+
+}	// namespace
+
+status_t
+FileManagerBridge::ShowItem(const char* path)
+{
+	if (path == nullptr)
+		return B_BAD_VALUE;
+	DisplayServer& server = DisplayServer::Default();
+	if (!server.CanWaitForRequests())
+		return B_ERROR;
+	QString uri = QUrl::fromLocalFile(QString::fromLocal8Bit(path)).toString(QUrl::FullyEncoded);
+	auto answer = std::make_shared<ServerAnswer<status_t>>();
+	server.Post([uri, answer] { CallShowItems(uri, answer); });
+	status_t status;
+	if (!answer->Wait(kAnswerTimeout, &status))
+		return B_TIMED_OUT;
+	return status;
+}
+
+}

@@ -1,0 +1,21 @@
+#ifndef _FILE_MANAGER_BRIDGE_H
+#define _FILE_MANAGER_BRIDGE_H
+
+#include <SupportDefs.h>
+
+namespace BPrivate {
+
+// The desktop's file manager, reached over D-Bus (org.freedesktop.FileManager1
+// on the session bus) from the display server's thread.
+class FileManagerBridge {
+public:
+	// Asks the file manager to show the node at path selected in its folder's
+	// window. B_OK when it answered; B_NAME_NOT_FOUND when no file manager
+	// answers or there is no session bus; B_TIMED_OUT when it answers too
+	// late; B_ERROR when the display server is not running.
+	static status_t ShowItem(const char* path);
+};
+
+}
+
+#endif
