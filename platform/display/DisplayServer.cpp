@@ -294,7 +294,8 @@ DisplayServer::ShowWindow(int32 id, bool show)
 	Post([id, show] {
 		if (FrameWindow* window = FindFrameWindow(id)) {
 			window->setVisible(show);
-			if (show)
+			// A popup leaves the activation to the window it belongs to.
+			if (show && window->type() != Qt::Popup)
 				window->requestActivate();
 		}
 	});
@@ -350,6 +351,19 @@ DisplayServer::MinimizeWindow(int32 id, bool minimize)
 	Post([id, minimize] {
 		if (FrameWindow* window = FindFrameWindow(id))
 			window->setWindowStates(minimize ? Qt::WindowMinimized : Qt::WindowNoState);
+	});
+}
+
+void
+DisplayServer::MakePopup(int32 id, int32 owner, const BMessenger& input)
+{
+	Post([id, owner, input] {
+		FrameWindow* window = FindFrameWindow(id);
+		if (window == nullptr)
+			return;
+		window->setFlags(Qt::Popup | Qt::FramelessWindowHint);
+		window->setTransientParent(FindFrameWindow(owner));
+		window->SetInputTarget(input);
 	});
 }
 

@@ -78,6 +78,9 @@ public:
 	void ActivateWindow(int32 id);
 	void MinimizeWindow(int32 id, bool minimize);
 	void DestroyWindow(int32 id);
+	// Turns window id into a borderless popup above window owner, whose mouse
+	// and keys go to input.
+	void MakePopup(int32 id, int32 owner, const BMessenger& input);
 
 	void Beep();
 	uint32 Modifiers() const;

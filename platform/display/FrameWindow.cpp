@@ -142,6 +142,13 @@ FrameWindow::pvSend(BMessage& message)
 	fTarget.SendMessage(&message);
 }
 
+void
+FrameWindow::pvSendInput(BMessage& message)
+{
+	message.AddInt64("when", system_time());
+	(fInputTarget.IsValid() ? fInputTarget : fTarget).SendMessage(&message);
+}
+
 bool
 FrameWindow::event(QEvent* event)
 {
@@ -205,6 +212,7 @@ FrameWindow::pvMouse(uint32 what, QMouseEvent* event)
 	BMessage message(what);
 	message.AddPoint("where", ToPoint(event->position()));
 	message.AddPoint("be:view_where", ToPoint(event->position()));
+	message.AddPoint("screen_where", ToPoint(event->globalPosition()));
 	message.AddInt32("modifiers", modifiers);
 	message.AddInt32("buttons", BeButtons(event->buttons()));
 	if (what == B_MOUSE_DOWN) {
@@ -220,7 +228,7 @@ FrameWindow::pvMouse(uint32 what, QMouseEvent* event)
 		fLastPressTime = now;
 		message.AddInt32("clicks", fClicks);
 	}
-	pvSend(message);
+	pvSendInput(message);
 }
 
 void
@@ -248,7 +256,7 @@ FrameWindow::wheelEvent(QWheelEvent* event)
 	// BeOS counts wheel steps, positive downwards and to the right.
 	message.AddFloat("be:wheel_delta_x", -event->angleDelta().x() / 120.0f);
 	message.AddFloat("be:wheel_delta_y", -event->angleDelta().y() / 120.0f);
-	pvSend(message);
+	pvSendInput(message);
 }
 
 void
@@ -260,7 +268,7 @@ FrameWindow::pvKey(uint32 what, QKeyEvent* event)
 	message.AddInt32("modifiers", modifiers);
 	if (IsModifierKey(event->key())) {
 		message.what = B_MODIFIERS_CHANGED;
-		pvSend(message);
+		pvSendInput(message);
 		return;
 	}
 	QByteArray bytes = KeyBytes(event);
@@ -269,11 +277,14 @@ FrameWindow::pvKey(uint32 what, QKeyEvent* event)
 	message.AddString("bytes", bytes.constData());
 	for (char byte : bytes)
 		message.AddInt8("byte", byte);
-	message.AddInt32("key", int32(event->nativeScanCode()));
+	// Function keys are told apart by their BeOS key codes.
+	bool function = event->key() >= Qt::Key_F1 && event->key() <= Qt::Key_F12;
+	message.AddInt32("key", function ? int32(B_F1_KEY + event->key() - Qt::Key_F1)
+		: int32(event->nativeScanCode()));
 	message.AddInt32("raw_char", uchar(bytes[0]));
 	if (event->isAutoRepeat())
 		message.AddInt32("be:key_repeat", 1);
-	pvSend(message);
+	pvSendInput(message);
 }
 
 void

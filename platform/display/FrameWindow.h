@@ -19,6 +19,8 @@ public:
 
 	void SetFrame(const QImage& frame);
 	void SetContentSize(QSize size) { fContentSize = size; }
+	// Where mouse and keys go (the window itself unless set).
+	void SetInputTarget(const BMessenger& target) { fInputTarget = target; }
 
 protected:
 	bool event(QEvent* event) override;
@@ -36,11 +38,13 @@ protected:
 
 private:
 	void pvSend(BMessage& message);
+	void pvSendInput(BMessage& message);
 	void pvMouse(uint32 what, QMouseEvent* event);
 	void pvKey(uint32 what, QKeyEvent* event);
 	void pvDrop(QDropEvent* event);
 
 	BMessenger fTarget;
+	BMessenger fInputTarget;
 	QImage fFrame;
 	QSize fContentSize;
 	Qt::MouseButton fLastButton = Qt::NoButton;

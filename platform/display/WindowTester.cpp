@@ -185,12 +185,24 @@ WindowTester::Click(BPoint where, uint32 modifiers)
 void
 WindowTester::TypeKey(uint32 key, uint32 modifiers)
 {
+	int qtKey;
+	QString text;
+	QtKey(key, modifiers, &qtKey, &text);
+	pvPressKey(qtKey, text, modifiers);
+}
+
+void
+WindowTester::TypeFunctionKey(int32 number, uint32 modifiers)
+{
+	pvPressKey(Qt::Key_F1 + number - 1, QString(), modifiers);
+}
+
+void
+WindowTester::pvPressKey(int qtKey, const QString& text, uint32 modifiers)
+{
 	int32 id = fId;
 	DisplayServer::Default().Post([=] {
 		if (FrameWindow* window = FindFrameWindow(id)) {
-			int qtKey;
-			QString text;
-			QtKey(key, modifiers, &qtKey, &text);
 			QKeyEvent press(QEvent::KeyPress, qtKey, QtModifiers(modifiers), text);
 			QCoreApplication::sendEvent(window, &press);
 			QKeyEvent release(QEvent::KeyRelease, qtKey, QtModifiers(modifiers), text);

@@ -10,6 +10,7 @@
 #include <Rect.h>
 
 class BWindow;
+class QString;
 
 namespace BPrivate {
 
@@ -38,6 +39,8 @@ public:
 	// A key by its BeOS character (B_TAB, B_ENTER, 'a' ...) with modifiers.
 	void TypeKey(uint32 key, uint32 modifiers = 0);
 	void TypeText(const char* text);
+	// Function key F<number> (1 to 12).
+	void TypeFunctionKey(int32 number, uint32 modifiers = 0);
 	void DropFiles(BPoint where, const std::vector<std::string>& paths);
 	// The close box, and a resize by the user to the given bounds size.
 	void ClickCloseBox();
@@ -50,6 +53,7 @@ public:
 
 private:
 	bool pvLock();
+	void pvPressKey(int qtKey, const QString& text, uint32 modifiers);
 
 	BWindow* fWindow;
 	BMessenger fMessenger;

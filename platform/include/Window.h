@@ -16,6 +16,7 @@ class BView;
 
 namespace BPrivate {
 class Canvas;
+class MenuWindow;
 class PulseTimer;
 class WindowTester;
 struct Shortcut;
@@ -181,6 +182,7 @@ protected:
 private:
 	friend class BView;
 	friend class BPrivate::WindowTester;
+	friend class BPrivate::MenuWindow;
 
 	void pvInit(BRect frame, const char* title, window_look look, window_feel feel,
 		uint32 flags, uint32 workspace);
