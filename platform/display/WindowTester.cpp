@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QUrl>
+#include <QWheelEvent>
 
 #include <Application.h>
 #include <InterfaceDefs.h>
@@ -180,6 +181,23 @@ WindowTester::Click(BPoint where, uint32 modifiers)
 {
 	MouseDown(where, B_PRIMARY_MOUSE_BUTTON, modifiers);
 	MouseUp(where, B_PRIMARY_MOUSE_BUTTON, modifiers);
+}
+
+void
+WindowTester::Wheel(BPoint where, float dx, float dy)
+{
+	MouseMove(where);
+	int32 id = fId;
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			// Qt counts eighths of a degree, 120 to a step, positive upwards.
+			QPointF point(where.x, where.y);
+			QWheelEvent event(point, window->mapToGlobal(point), QPoint(),
+				QPoint(int(-dx * 120), int(-dy * 120)), Qt::NoButton, Qt::NoModifier,
+				Qt::NoScrollPhase, false);
+			QCoreApplication::sendEvent(window, &event);
+		}
+	});
 }
 
 void

@@ -36,6 +36,8 @@ public:
 	void MouseUp(BPoint where, uint32 buttons = 1, uint32 modifiers = 0);
 	void MouseMove(BPoint where, uint32 buttons = 0, uint32 modifiers = 0);
 	void Click(BPoint where, uint32 modifiers = 0);
+	// Moves the pointer to where and turns the wheel by steps (positive: down, right).
+	void Wheel(BPoint where, float dx, float dy);
 	// A key by its BeOS character (B_TAB, B_ENTER, 'a' ...) with modifiers.
 	void TypeKey(uint32 key, uint32 modifiers = 0);
 	void TypeText(const char* text);

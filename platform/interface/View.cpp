@@ -436,10 +436,10 @@ BView::pvOriginInWindow() const
 BRect
 BView::pvVisibleInWindow() const
 {
-	BRect visible = Bounds().OffsetByCopy(pvOriginInWindow() - fBoundsOrigin);
+	// The origin already counts each view's scrolling, bounds included.
+	BRect visible = Bounds().OffsetByCopy(pvOriginInWindow());
 	for (const BView* view = fParent; view != nullptr; view = view->fParent)
-		visible = visible & view->Bounds().OffsetByCopy(view->pvOriginInWindow()
-			- view->fBoundsOrigin);
+		visible = visible & view->Bounds().OffsetByCopy(view->pvOriginInWindow());
 	return visible;
 }
 

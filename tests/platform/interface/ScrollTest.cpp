@@ -1,0 +1,307 @@
+#include <gtest/gtest.h>
+
+#include <Application.h>
+#include <ListView.h>
+#include <ScrollBar.h>
+#include <ScrollView.h>
+#include <Window.h>
+#include <WindowTester.h>
+
+using BPrivate::WindowTester;
+
+namespace {
+
+// A row of a fixed height.
+class FixedItem : public BListItem {
+public:
+	explicit FixedItem(float height) : fFixed(height) { SetHeight(height); }
+
+	void DrawItem(BView*, BRect, bool) override {}
+	void Update(BView* owner, const BFont*) override
+	{
+		SetWidth(owner->Bounds().Width());
+		SetHeight(fFixed);
+	}
+
+private:
+	float fFixed;
+};
+
+BWindow*
+NewWindow()
+{
+	return new BWindow(BRect(100, 100, 499, 399), "Scroll", B_TITLED_WINDOW, 0);
+}
+
+// A list of count rows of 20 pixels in a scroll view with a vertical bar, at
+// the window's top left; the list shows 10 rows.
+BListView*
+AddScrolledList(BWindow* window, int32 count)
+{
+	BListView* list = new BListView(BRect(2, 2, 201, 201), "list", B_SINGLE_SELECTION_LIST,
+		B_FOLLOW_ALL);
+	window->AddChild(new BScrollView("scroller", list, B_FOLLOW_ALL, 0, false, true));
+	for (int32 i = 0; i < count; i++)
+		list->AddItem(new FixedItem(20));
+	return list;
+}
+
+// The centre of rect (in the bar's coordinates) in the window.
+BPoint
+InWindow(BScrollBar* bar, BRect rect)
+{
+	BPoint center((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
+	return bar->ConvertToParent(center) + bar->Parent()->Frame().LeftTop();
+}
+
+}	// namespace
+
+TEST(ScrollTest, TheBarKeepsItsValueInRangeAndScrollsItsTarget)
+{
+	BView target(BRect(0, 0, 99, 99), "target", B_FOLLOW_NONE, 0);
+	BScrollBar bar(BRect(0, 0, B_V_SCROLL_BAR_WIDTH, 99), "bar", &target, 0, 500, B_VERTICAL);
+	EXPECT_EQ(&bar, target.ScrollBar(B_VERTICAL));
+	EXPECT_EQ(nullptr, target.ScrollBar(B_HORIZONTAL));
+	EXPECT_EQ(B_VERTICAL, bar.Orientation());
+
+	bar.SetValue(120);
+	EXPECT_EQ(120, bar.Value());
+	EXPECT_EQ(120, target.Bounds().top);
+	bar.SetValue(900);
+	EXPECT_EQ(500, bar.Value());
+	bar.SetValue(-3);
+	EXPECT_EQ(0, bar.Value());
+
+	// The target scrolled by other means takes the bar along, within its range.
+	target.ScrollTo(7, 300);
+	EXPECT_EQ(300, bar.Value());
+	EXPECT_EQ(BPoint(7, 300), target.Bounds().LeftTop());
+	target.ScrollBy(0, 1000);
+	EXPECT_EQ(500, bar.Value());
+	EXPECT_EQ(500, target.Bounds().top);
+
+	// A narrower range pulls the value and the target back.
+	bar.SetRange(0, 200);
+	float min, max;
+	bar.GetRange(&min, &max);
+	EXPECT_EQ(0, min);
+	EXPECT_EQ(200, max);
+	EXPECT_EQ(200, bar.Value());
+	EXPECT_EQ(200, target.Bounds().top);
+
+	bar.SetProportion(1.5f);
+	EXPECT_EQ(1.0f, bar.Proportion());
+	bar.SetProportion(0.25f);
+	EXPECT_EQ(0.25f, bar.Proportion());
+	float smallStep, largeStep;
+	bar.GetSteps(&smallStep, &largeStep);
+	EXPECT_EQ(1, smallStep);
+	EXPECT_EQ(10, largeStep);
+	bar.SetSteps(4, 40);
+	bar.GetSteps(&smallStep, &largeStep);
+	EXPECT_EQ(4, smallStep);
+	EXPECT_EQ(40, largeStep);
+
+	// Another target: the old one is let go.
+	BView other(BRect(0, 0, 99, 99), "other", B_FOLLOW_NONE, 0);
+	bar.SetTarget(&other);
+	EXPECT_EQ(&other, bar.Target());
+	EXPECT_EQ(nullptr, target.ScrollBar(B_VERTICAL));
+	EXPECT_EQ(&bar, other.ScrollBar(B_VERTICAL));
+}
+
+TEST(ScrollTest, ATargetThatGoesAwayLeavesTheBarWithout)
+{
+	BScrollBar bar(BRect(0, 0, 99, B_H_SCROLL_BAR_HEIGHT), "bar", nullptr, 0, 100,
+		B_HORIZONTAL);
+	{
+		BView target(BRect(0, 0, 99, 99), "target", B_FOLLOW_NONE, 0);
+		bar.SetTarget(&target);
+		bar.SetValue(30);
+		EXPECT_EQ(30, target.Bounds().left);
+	}
+	EXPECT_EQ(nullptr, bar.Target());
+	bar.SetValue(40);
+	EXPECT_EQ(40, bar.Value());
+}
+
+TEST(ScrollTest, TheScrollViewWrapsItsTargetWithBorderAndBars)
+{
+	BView* target = new BView(BRect(10, 10, 109, 209), "target", B_FOLLOW_ALL, 0);
+	BScrollView view("scroller", target, B_FOLLOW_ALL, 0, true, true, B_FANCY_BORDER);
+	EXPECT_EQ(BRect(8, 8, 126, 226), view.Frame());
+	EXPECT_EQ(BRect(2, 2, 101, 201), target->Frame());
+	EXPECT_EQ(target, view.ChildAt(0));
+	EXPECT_EQ(target, view.Target());
+	BScrollBar* vertical = view.ScrollBar(B_VERTICAL);
+	BScrollBar* horizontal = view.ScrollBar(B_HORIZONTAL);
+	ASSERT_NE(nullptr, vertical);
+	ASSERT_NE(nullptr, horizontal);
+	EXPECT_EQ(BRect(102, 2, 116, 201), vertical->Frame());
+	EXPECT_EQ(BRect(2, 202, 101, 216), horizontal->Frame());
+	EXPECT_EQ(target, vertical->Target());
+	EXPECT_EQ(vertical, target->ScrollBar(B_VERTICAL));
+
+	// Without a border the target and the bars take the room it had.
+	view.SetBorder(B_NO_BORDER);
+	EXPECT_EQ(B_NO_BORDER, view.Border());
+	EXPECT_EQ(BRect(0, 0, 103, 203), target->Frame());
+	EXPECT_EQ(BRect(104, 0, 118, 203), vertical->Frame());
+	EXPECT_EQ(B_ERROR, view.SetBorderHighlighted(true));
+	view.SetBorder(B_PLAIN_BORDER);
+	EXPECT_EQ(B_OK, view.SetBorderHighlighted(true));
+	EXPECT_TRUE(view.IsBorderHighlighted());
+
+	// A new target takes the old one's place and the bars.
+	BView* other = new BView(BRect(0, 0, 10, 10), "other", B_FOLLOW_ALL, 0);
+	view.SetTarget(other);
+	EXPECT_EQ(other, view.ChildAt(0));
+	EXPECT_EQ(nullptr, target->Parent());
+	EXPECT_EQ(BRect(1, 1, 102, 202), other->Frame());
+	EXPECT_EQ(other, horizontal->Target());
+	delete target;
+
+	BScrollView single("single", new BView(BRect(0, 0, 49, 49), "t", B_FOLLOW_ALL, 0));
+	EXPECT_EQ(nullptr, single.ScrollBar(B_VERTICAL));
+	EXPECT_EQ(nullptr, single.ScrollBar(B_HORIZONTAL));
+}
+
+TEST(ScrollTest, BarsFollowTheListAndResizeWithTheWindow)
+{
+	WindowTester::RunHeadless([] {
+		BWindow* window = NewWindow();
+		BListView* list = AddScrolledList(window, 100);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+
+		ASSERT_TRUE(window->Lock());
+		BScrollBar* bar = list->ScrollBar(B_VERTICAL);
+		ASSERT_NE(nullptr, bar);
+		float min, max;
+		bar->GetRange(&min, &max);
+		// 100 rows of 20 pixels, 200 of them shown.
+		EXPECT_EQ(0, min);
+		EXPECT_EQ(1800, max);
+		EXPECT_FLOAT_EQ(0.1f, bar->Proportion());
+		list->ScrollTo(0, 400);
+		EXPECT_EQ(400, bar->Value());
+		list->RemoveItems(20, 80);
+		bar->GetRange(&min, &max);
+		EXPECT_EQ(200, max);
+		EXPECT_EQ(200, bar->Value());
+		EXPECT_EQ(200, list->Bounds().top);
+		window->Unlock();
+
+		// The window grows by 100 pixels each way: the list shows 5 more rows.
+		tester.UserResize(499, 399);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(BRect(2, 2, 301, 301), list->Frame());
+		EXPECT_EQ(BRect(302, 2, 316, 301), bar->Frame());
+		bar->GetRange(&min, &max);
+		EXPECT_EQ(100, max);
+		EXPECT_FLOAT_EQ(0.75f, bar->Proportion());
+		window->Unlock();
+	});
+}
+
+TEST(ScrollTest, ArrowsTrackClicksAndTheThumbMoveTheValue)
+{
+	WindowTester::RunHeadless([] {
+		BWindow* window = NewWindow();
+		BListView* list = AddScrolledList(window, 100);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		BScrollBar* bar = list->ScrollBar(B_VERTICAL);
+		bar->SetSteps(20, 180);
+		BRect bounds = bar->Bounds();
+		BPoint bottomArrow = InWindow(bar, BRect(0, bounds.bottom - 5, bounds.right,
+			bounds.bottom));
+		BPoint topArrow = InWindow(bar, BRect(0, 0, bounds.right, 5));
+		BPoint lowTrack = InWindow(bar, BRect(0, bounds.bottom - 25, bounds.right,
+			bounds.bottom - 20));
+		window->Unlock();
+
+		tester.Click(bottomArrow);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(20, bar->Value());
+		EXPECT_EQ(20, list->Bounds().top);
+		window->Unlock();
+
+		// A page below the thumb, then back up by an arrow step.
+		tester.Click(lowTrack);
+		tester.Click(topArrow);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(180, bar->Value());
+		EXPECT_EQ(180, list->Bounds().top);
+		bar->SetValue(0);
+		window->Unlock();
+
+		// The thumb dragged far down ends at the bottom of the range, and dragged
+		// back by the same distance at the top; the pointer may leave the bar.
+		BPoint thumb = topArrow + BPoint(0, 20);
+		tester.MouseDown(thumb);
+		tester.MouseMove(thumb + BPoint(40, 1000), B_PRIMARY_MOUSE_BUTTON);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(1800, bar->Value());
+		EXPECT_EQ(1800, list->Bounds().top);
+		window->Unlock();
+		tester.MouseMove(thumb + BPoint(0, 50), B_PRIMARY_MOUSE_BUTTON);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		float halfway = bar->Value();
+		window->Unlock();
+		tester.MouseMove(thumb, B_PRIMARY_MOUSE_BUTTON);
+		tester.MouseUp(thumb);
+		// Released: moving on does nothing.
+		tester.MouseMove(thumb + BPoint(0, 80));
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_GT(halfway, 0);
+		EXPECT_LT(halfway, 1800);
+		EXPECT_EQ(0, bar->Value());
+		EXPECT_EQ(0, list->Bounds().top);
+		window->Unlock();
+	});
+}
+
+TEST(ScrollTest, TheWheelScrollsTheViewUnderThePointer)
+{
+	WindowTester::RunHeadless([] {
+		BWindow* window = NewWindow();
+		BListView* list = AddScrolledList(window, 100);
+		BView* plain = new BView(BRect(250, 10, 349, 109), "plain", B_FOLLOW_NONE, 0);
+		window->AddChild(plain);
+		window->Show();
+		WindowTester tester(window);
+
+		// Three rows a step, down and then up again.
+		tester.Wheel(BPoint(50, 50), 0, 2);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(120, list->Bounds().top);
+		EXPECT_EQ(120, list->ScrollBar(B_VERTICAL)->Value());
+		window->Unlock();
+		tester.Wheel(BPoint(50, 50), 0, -1);
+		// Over the bar itself.
+		tester.Wheel(BPoint(210, 100), 0, 3);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(240, list->Bounds().top);
+		window->Unlock();
+
+		// A view without scroll bars passes the wheel on and nothing scrolls.
+		tester.Wheel(BPoint(300, 50), 0, 5);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(240, list->Bounds().top);
+		EXPECT_EQ(0, plain->Bounds().top);
+		window->Unlock();
+	});
+}
