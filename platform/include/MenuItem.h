@@ -64,6 +64,7 @@ private:
 	// when it has none; Uninstall takes the shortcut back.
 	void pvInstall(BWindow* window);
 	void pvUninstall();
+	void pvRemoveShortcut();
 	// Runs change with the menu's window locked when it has one, then redraws.
 	void pvChange(const std::function<void()>& change);
 	bool pvCanInvoke() const;

@@ -76,7 +76,7 @@ BMenuItem::SetEnabled(bool enabled)
 		return;
 	pvChange([this, enabled] { fEnabled = enabled; });
 	if (fSubmenu != nullptr)
-		fSubmenu->Invalidate();
+		fSubmenu->SetEnabled(enabled);
 }
 
 void
@@ -99,7 +99,7 @@ void
 BMenuItem::SetShortcut(char shortcut, uint32 modifiers)
 {
 	BWindow* window = fWindow;
-	pvUninstall();
+	pvRemoveShortcut();
 	pvChange([this, shortcut, modifiers] {
 		fShortcutChar = shortcut;
 		fModifiers = shortcut != 0 ? modifiers | B_COMMAND_KEY : 0;
@@ -216,22 +216,22 @@ BMenuItem::pvShortcutText() const
 void
 BMenuItem::pvInstall(BWindow* window)
 {
+	if (fWindow != window) {
+		pvRemoveShortcut();
+		fWindow = window;
+		if (!Messenger().IsValid())
+			SetTarget(window);
+		if (fShortcutChar != 0) {
+			window->AddShortcut(uint32(uchar(fShortcutChar)), fModifiers, [this] {
+				if (!pvCanInvoke())
+					return false;
+				Invoke();
+				return true;
+			});
+		}
+	}
 	if (fSubmenu != nullptr)
 		fSubmenu->pvInstall(window);
-	if (fWindow == window)
-		return;
-	pvUninstall();
-	fWindow = window;
-	if (!Messenger().IsValid())
-		SetTarget(window);
-	if (fShortcutChar != 0) {
-		window->AddShortcut(uint32(uchar(fShortcutChar)), fModifiers, [this] {
-			if (!pvCanInvoke())
-				return false;
-			Invoke();
-			return true;
-		});
-	}
 }
 
 void
@@ -239,9 +239,13 @@ BMenuItem::pvUninstall()
 {
 	if (fSubmenu != nullptr)
 		fSubmenu->pvUninstall();
-	if (fWindow == nullptr)
-		return;
-	if (fShortcutChar != 0)
+	pvRemoveShortcut();
+}
+
+void
+BMenuItem::pvRemoveShortcut()
+{
+	if (fWindow != nullptr && fShortcutChar != 0)
 		fWindow->RemoveShortcut(uint32(uchar(fShortcutChar)), fModifiers);
 	fWindow = nullptr;
 }
