@@ -85,8 +85,9 @@ BHandler*
 TrackerBridge::ResolveSpecifier(BMessage* message, int32 index, BMessage* specifier,
 	int32 what, const char* property)
 {
-	// The selection of a window's poses: the whole stack is this bridge's.
-	if (message->what == B_CREATE_PROPERTY && strcmp(property, "Selection") == 0)
+	// Selection of Poses of Window: the bridge answers for the whole stack,
+	// which is resolved from its outermost specifier, the window.
+	if (message->what == B_CREATE_PROPERTY && strcmp(property, "Window") == 0)
 		return this;
 	return BLooper::ResolveSpecifier(message, index, specifier, what, property);
 }
