@@ -96,13 +96,22 @@ BInvoker::HandlerForReply() const
 status_t
 BInvoker::Invoke(BMessage* message)
 {
+	return InvokeWith(message, this);
+}
+
+status_t
+BInvoker::InvokeWith(BMessage* message, const void* source,
+	const std::function<void(BMessage&)>& addFields)
+{
 	if (message == nullptr)
 		message = fMessage;
 	if (message == nullptr)
 		return B_BAD_VALUE;
 	BMessage copy(*message);
 	copy.AddInt64("when", system_time());
-	copy.AddPointer("source", this);
+	copy.AddPointer("source", source);
+	if (addFields)
+		addFields(copy);
 	return fMessenger.SendMessage(&copy, fReplyTo, fTimeout);
 }
 

@@ -1,6 +1,8 @@
 #ifndef _INVOKER_H
 #define _INVOKER_H
 
+#include <functional>
+
 #include <AppDefs.h>
 #include <Messenger.h>
 
@@ -42,6 +44,10 @@ public:
 	BInvoker& operator=(const BInvoker&) = delete;
 
 protected:
+	// Sends a copy of message (or of the model message) with "when", "source"
+	// and whatever addFields adds; B_BAD_VALUE when there is no message.
+	status_t InvokeWith(BMessage* message, const void* source,
+		const std::function<void(BMessage&)>& addFields = nullptr);
 	uint32 InvokeKind(bool* notify = NULL);
 	void BeginInvokeNotify(uint32 kind = B_CONTROL_INVOKED);
 	void EndInvokeNotify();

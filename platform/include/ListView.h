@@ -33,7 +33,6 @@ public:
 	virtual void AttachedToWindow();
 	virtual void Draw(BRect updateRect);
 	virtual void FrameResized(float newWidth, float newHeight);
-	virtual void MessageReceived(BMessage* message);
 	virtual void MouseDown(BPoint where);
 	virtual void MouseUp(BPoint where);
 	virtual void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage);

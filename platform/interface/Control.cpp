@@ -89,16 +89,10 @@ BControl::SetEnabled(bool enabled)
 status_t
 BControl::Invoke(BMessage* message)
 {
-	if (message == nullptr)
-		message = Message();
-	if (message == nullptr)
-		return B_BAD_VALUE;
 	// "source" is the control itself, as receivers cast it.
-	BMessage copy(*message);
-	copy.AddInt64("when", system_time());
-	copy.AddPointer("source", static_cast<BControl*>(this));
-	copy.AddInt32("be:value", fValue);
-	return Messenger().SendMessage(&copy, HandlerForReply(), Timeout());
+	return InvokeWith(message, static_cast<BControl*>(this), [this](BMessage& copy) {
+		copy.AddInt32("be:value", fValue);
+	});
 }
 
 bool

@@ -65,12 +65,6 @@ BListView::FrameResized(float, float)
 }
 
 void
-BListView::MessageReceived(BMessage* message)
-{
-	BView::MessageReceived(message);
-}
-
-void
 BListView::MouseDown(BPoint where)
 {
 	if (!IsFocus())
@@ -679,22 +673,16 @@ BListView::SelectionCommand() const
 status_t
 BListView::Invoke(BMessage* message)
 {
-	if (message == nullptr)
-		message = Message();
-	if (message == nullptr)
-		return B_BAD_VALUE;
 	// "source" is the list itself, as receivers cast it; a single-selection
 	// list names its selection (-1 for none), a multiple one every selected row.
-	BMessage copy(*message);
-	copy.AddInt64("when", system_time());
-	copy.AddPointer("source", static_cast<BListView*>(this));
-	if (fListType == B_SINGLE_SELECTION_LIST)
-		copy.AddInt32("index", CurrentSelection(0));
-	else {
+	return InvokeWith(message, static_cast<BListView*>(this), [this](BMessage& copy) {
+		if (fListType == B_SINGLE_SELECTION_LIST) {
+			copy.AddInt32("index", CurrentSelection(0));
+			return;
+		}
 		for (int32 i = 0; i < CountItems(); i++) {
 			if (ItemAt(i)->IsSelected())
 				copy.AddInt32("index", i);
 		}
-	}
-	return Messenger().SendMessage(&copy, HandlerForReply(), Timeout());
+	});
 }

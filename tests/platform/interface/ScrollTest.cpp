@@ -46,6 +46,24 @@ AddScrolledList(BWindow* window, int32 count)
 	return list;
 }
 
+// Runs body with a window that shows a list of count rows of 20 pixels (see
+// AddScrolledList), and more views that extra adds.
+template<typename Body>
+void
+WithScrolledList(int32 count, Body body, void (*extra)(BWindow*) = nullptr)
+{
+	WindowTester::RunHeadless([&] {
+		BWindow* window = NewWindow();
+		BListView* list = AddScrolledList(window, count);
+		if (extra != nullptr)
+			extra(window);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		body(window, list, tester);
+	});
+}
+
 // The centre of rect (in the bar's coordinates) in the window.
 BPoint
 InWindow(BScrollBar* bar, BRect rect)
@@ -168,13 +186,7 @@ TEST(ScrollTest, TheScrollViewWrapsItsTargetWithBorderAndBars)
 
 TEST(ScrollTest, BarsFollowTheListAndResizeWithTheWindow)
 {
-	WindowTester::RunHeadless([] {
-		BWindow* window = NewWindow();
-		BListView* list = AddScrolledList(window, 100);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-
+	WithScrolledList(100, [](BWindow* window, BListView* list, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		BScrollBar* bar = list->ScrollBar(B_VERTICAL);
 		ASSERT_NE(nullptr, bar);
@@ -208,12 +220,7 @@ TEST(ScrollTest, BarsFollowTheListAndResizeWithTheWindow)
 
 TEST(ScrollTest, ArrowsTrackClicksAndTheThumbMoveTheValue)
 {
-	WindowTester::RunHeadless([] {
-		BWindow* window = NewWindow();
-		BListView* list = AddScrolledList(window, 100);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
+	WithScrolledList(100, [](BWindow* window, BListView* list, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		BScrollBar* bar = list->ScrollBar(B_VERTICAL);
 		bar->SetSteps(20, 180);
@@ -273,14 +280,10 @@ TEST(ScrollTest, ArrowsTrackClicksAndTheThumbMoveTheValue)
 
 TEST(ScrollTest, TheWheelScrollsTheViewUnderThePointer)
 {
-	WindowTester::RunHeadless([] {
-		BWindow* window = NewWindow();
-		BListView* list = AddScrolledList(window, 100);
-		BView* plain = new BView(BRect(250, 10, 349, 109), "plain", B_FOLLOW_NONE, 0);
-		window->AddChild(plain);
-		window->Show();
-		WindowTester tester(window);
-
+	WithScrolledList(100, [](BWindow* window, BListView* list, WindowTester& tester) {
+		ASSERT_TRUE(window->Lock());
+		BView* plain = window->FindView("plain");
+		window->Unlock();
 		// Three rows a step, down and then up again.
 		tester.Wheel(BPoint(50, 50), 0, 2);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
@@ -303,5 +306,7 @@ TEST(ScrollTest, TheWheelScrollsTheViewUnderThePointer)
 		EXPECT_EQ(240, list->Bounds().top);
 		EXPECT_EQ(0, plain->Bounds().top);
 		window->Unlock();
+	}, [](BWindow* window) {
+		window->AddChild(new BView(BRect(250, 10, 349, 109), "plain", B_FOLLOW_NONE, 0));
 	});
 }
