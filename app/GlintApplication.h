@@ -1,6 +1,8 @@
 #ifndef GLINT_APPLICATION_H
 #define GLINT_APPLICATION_H
 
+#include <cstdio>
+
 #include <Application.h>
 #include <Rect.h>
 
@@ -19,6 +21,7 @@ public:
 	};
 
 	GlintApplication();
+	virtual ~GlintApplication();
 
 	virtual void ReadyToRun();
 	virtual void Pulse();
@@ -44,7 +47,9 @@ public:
 	bool RefsWereReceived() const { return fRefsReceived; }
 
 private:
-	void pvSetSlot(int slot, BRect rect);
+	bool pvSettingsPath(char* path, size_t length);
+	void pvReadRects(FILE* file, char** line, size_t* capacity);
+	void pvRememberFrame(int slot, BWindow* window);
 
 	BRect fWindowRects[kSlotCount];
 	int32 fLaunchTime;

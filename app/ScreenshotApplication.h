@@ -1,0 +1,27 @@
+#ifndef SCREENSHOT_APPLICATION_H
+#define SCREENSHOT_APPLICATION_H
+
+#include <string>
+
+#include "GlintApplication.h"
+
+// The program without a display: shows one node (or none) in an inspector
+// window, writes the drawn window to a PNG file and quits.
+class ScreenshotApplication : public GlintApplication {
+public:
+	// path may be null for an empty window.
+	ScreenshotApplication(const char* output, const entry_ref* node);
+
+	virtual void ReadyToRun();
+
+	// B_OK once the picture has been written.
+	status_t Result() const { return fResult; }
+
+private:
+	static status_t pvTakeScreenshot(void* data);
+
+	std::string fOutput;
+	status_t fResult;
+};
+
+#endif
