@@ -16,9 +16,6 @@ namespace BPrivate {
 
 namespace {
 
-const char* const kService = "org.freedesktop.FileManager1";
-const char* const kObject = "/org/freedesktop/FileManager1";
-const char* const kInterface = "org.freedesktop.FileManager1";
 // A file manager that is started for the call gets this long to answer.
 const int kCallTimeoutMs = 2000;
 const bigtime_t kAnswerTimeout = 3000000;
@@ -33,8 +30,8 @@ CallShowItems(const QString& uri, std::shared_ptr<ServerAnswer<status_t>> answer
 		answer->Set(B_NAME_NOT_FOUND);
 		return;
 	}
-	QDBusMessage call = QDBusMessage::createMethodCall(kService, kObject, kInterface,
-		"ShowItems");
+	QDBusMessage call = QDBusMessage::createMethodCall(FileManagerBridge::kService,
+		FileManagerBridge::kObject, FileManagerBridge::kInterface, "ShowItems");
 	call << QStringList{uri} << QString();
 	auto watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, kCallTimeoutMs));
 	QObject::connect(watcher, &QDBusPendingCallWatcher::finished,

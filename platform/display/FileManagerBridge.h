@@ -9,6 +9,11 @@ namespace BPrivate {
 // on the session bus) from the display server's thread.
 class FileManagerBridge {
 public:
+	// Where the file manager answers on the bus.
+	static constexpr const char* kService = "org.freedesktop.FileManager1";
+	static constexpr const char* kObject = "/org/freedesktop/FileManager1";
+	static constexpr const char* kInterface = "org.freedesktop.FileManager1";
+
 	// Asks the file manager to show the node at path selected in its folder's
 	// window. B_OK when it answered; B_NAME_NOT_FOUND when no file manager
 	// answers or there is no session bus; B_TIMED_OUT when it answers too

@@ -9,14 +9,15 @@
 #include <QDBusVirtualObject>
 
 #include "DisplayServer.h"
+#include "FileManagerBridge.h"
 
 namespace BPrivate {
 
 namespace {
 
-const char* const kService = "org.freedesktop.FileManager1";
-const char* const kObject = "/org/freedesktop/FileManager1";
-const char* const kInterface = "org.freedesktop.FileManager1";
+const char* const kService = FileManagerBridge::kService;
+const char* const kObject = FileManagerBridge::kObject;
+const char* const kInterface = FileManagerBridge::kInterface;
 const bigtime_t kAnswerTimeout = 5000000;
 
 std::atomic<int32> sNextConnection{1};
