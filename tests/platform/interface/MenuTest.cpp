@@ -400,6 +400,9 @@ TEST(MenuTest, ItemsSendToTheTargetsSetForThem)
 TEST(MenuTest, SubmenusOpenFromTheirItemsAndTheirItemsAreChosen)
 {
 	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+		ASSERT_TRUE(window->Lock());
+		window->recent->SetLabelFromMarked(true);
+		window->Unlock();
 		OpenFromBar(window, tester, 0);
 		ASSERT_TRUE(window->Lock());
 		WindowTester fileTester(window->file->Window());
@@ -419,6 +422,9 @@ TEST(MenuTest, SubmenusOpenFromTheirItemsAndTheirItemsAreChosen)
 		EXPECT_EQ("begin|end|Blue Blue 1|", window->log);
 		EXPECT_EQ(nullptr, window->recent->Window());
 		EXPECT_EQ(nullptr, window->file->Window());
+		// Chosen in radio mode, the item is marked and names its menu.
+		EXPECT_EQ(window->recent->ItemAt(1), window->recent->FindMarked());
+		EXPECT_STREQ("Blue", window->recent->Superitem()->Label());
 		window->Unlock();
 	});
 }
