@@ -69,6 +69,8 @@ private:
 	float pvTrackLength() const;
 	Part pvPartAt(BPoint where) const;
 	void pvDrawArrow(BRect frame, bool increment);
+	void pvStep(Part part);
+	void pvRepeatWhileHeld(Part part);
 	void pvDetachTarget();
 	float pvClamp(float value) const;
 	// Scrolls by wheel steps: three small steps each, a large one with Shift.

@@ -5,9 +5,15 @@
 
 #include <AppDefs.h>
 #include <Message.h>
+#include <OS.h>
 #include <Window.h>
 
 namespace {
+
+// An arrow or the track held down steps again after a wait, then steadily.
+const bigtime_t kRepeatDelay = 300000;
+const bigtime_t kRepeatInterval = 50000;
+const bigtime_t kMousePoll = 10000;
 
 uint32
 ResizingModeFor(orientation direction)
@@ -357,7 +363,23 @@ void
 BScrollBar::MouseDown(BPoint where)
 {
 	fPressed = pvPartAt(where);
-	switch (fPressed) {
+	if (fPressed == kNowhere)
+		return;
+	SetMouseEventMask(B_POINTER_EVENTS);
+	Invalidate();
+	if (fPressed == kThumb) {
+		fDragging = true;
+		fGrabOffset = pvAlong(where) - pvAlong(pvThumb().LeftTop());
+		return;
+	}
+	pvStep(fPressed);
+	pvRepeatWhileHeld(fPressed);
+}
+
+void
+BScrollBar::pvStep(Part part)
+{
+	switch (part) {
 		case kDecrementArrow:
 			SetValue(fValue - fSmallStep);
 			break;
@@ -371,14 +393,31 @@ BScrollBar::MouseDown(BPoint where)
 			SetValue(fValue + fLargeStep);
 			break;
 		case kThumb:
-			fDragging = true;
-			fGrabOffset = pvAlong(where) - pvAlong(pvThumb().LeftTop());
-			break;
 		case kNowhere:
-			return;
+			break;
 	}
-	SetMouseEventMask(B_POINTER_EVENTS);
-	Invalidate();
+}
+
+void
+BScrollBar::pvRepeatWhileHeld(Part part)
+{
+	// Steps only while the pointer stays on the part: a page click stops when
+	// the thumb reaches the pointer.
+	bigtime_t next = system_time() + kRepeatDelay;
+	for (;;) {
+		BPoint where;
+		uint32 buttons;
+		GetMouse(&where, &buttons);
+		if (buttons == 0 || Window() == nullptr)
+			return;
+		if (system_time() >= next) {
+			if (pvPartAt(where) == part)
+				pvStep(part);
+			next += kRepeatInterval;
+			Window()->UpdateIfNeeded();
+		}
+		snooze(kMousePoll);
+	}
 }
 
 void

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <OS.h>
+
 #include <Application.h>
 #include <ListView.h>
 #include <ScrollBar.h>
@@ -308,5 +310,38 @@ TEST(ScrollTest, TheWheelScrollsTheViewUnderThePointer)
 		window->Unlock();
 	}, [](BWindow* window) {
 		window->AddChild(new BView(BRect(250, 10, 349, 109), "plain", B_FOLLOW_NONE, 0));
+	});
+}
+
+TEST(ScrollTest, HeldArrowsAndTrackKeepStepping)
+{
+	WithScrolledList(100, [](BWindow* window, BListView* list, WindowTester& tester) {
+		ASSERT_TRUE(window->Lock());
+		BScrollBar* bar = list->ScrollBar(B_VERTICAL);
+		bar->SetSteps(20, 180);
+		BRect bounds = bar->Bounds();
+		BPoint bottomArrow = InWindow(bar, BRect(0, bounds.bottom - 5, bounds.right,
+			bounds.bottom));
+		BPoint middle = InWindow(bar, BRect(0, 98, bounds.right, 102));
+		window->Unlock();
+
+		tester.MouseDown(bottomArrow);
+		snooze(700000);
+		tester.MouseUp(bottomArrow);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_GT(bar->Value(), 20);
+		EXPECT_EQ(bar->Value(), list->Bounds().top);
+		bar->SetValue(0);
+		window->Unlock();
+
+		// Pages until the thumb lies under the pointer, then no further.
+		tester.MouseDown(middle);
+		snooze(1200000);
+		tester.MouseUp(middle);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(900, bar->Value());
+		window->Unlock();
 	});
 }
