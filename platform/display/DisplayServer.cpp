@@ -294,8 +294,7 @@ DisplayServer::ShowWindow(int32 id, bool show)
 	Post([id, show] {
 		if (FrameWindow* window = FindFrameWindow(id)) {
 			window->setVisible(show);
-			// A popup leaves the activation to the window it belongs to.
-			if (show && window->type() != Qt::Popup)
+			if (show && !(window->flags() & Qt::WindowDoesNotAcceptFocus))
 				window->requestActivate();
 		}
 	});
@@ -361,7 +360,8 @@ DisplayServer::MakePopup(int32 id, int32 owner, const BMessenger& input)
 		FrameWindow* window = FindFrameWindow(id);
 		if (window == nullptr)
 			return;
-		window->setFlags(Qt::Popup | Qt::FramelessWindowHint);
+		// Shown like a tooltip: on top, and never taking the focus from its owner.
+		window->setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
 		window->setTransientParent(FindFrameWindow(owner));
 		window->SetInputTarget(input);
 	});

@@ -72,6 +72,13 @@ MenuTracker::Filter(BMessage* message, BHandler**)
 		case B_KEY_UP:
 		case B_MOUSE_WHEEL_CHANGED:
 			return B_SKIP_MESSAGE;
+		case B_WINDOW_ACTIVATED: {
+			// Another window took the focus: the menus close.
+			bool active;
+			if (message->FindBool("active", &active) == B_OK && !active)
+				Stop();
+			return B_DISPATCH_MESSAGE;
+		}
 		default:
 			return B_DISPATCH_MESSAGE;
 	}

@@ -457,6 +457,18 @@ TEST(MenuTest, EscapeAndAClickElsewhereCloseTheMenus)
 		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ(nullptr, window->file->Window());
 		EXPECT_EQ("begin|end|", window->log);
+		window->log.clear();
+		window->Unlock();
+
+		// The window losing the focus closes them too.
+		OpenFromBar(window, tester, 0);
+		BMessage deactivated(B_WINDOW_ACTIVATED);
+		deactivated.AddBool("active", false);
+		window->PostMessage(&deactivated);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(nullptr, window->file->Window());
+		EXPECT_EQ("begin|end|", window->log);
 		window->Unlock();
 	});
 }
@@ -516,6 +528,8 @@ TEST(MenuTest, MarkedItemsShowACheckMarkAndDisabledOnesAreGrey)
 		BRect openFrame = open->Frame();
 		BRect saveFrame = save->Frame();
 		window->Unlock();
+		// The open menu draws in the thread of its own window.
+		ASSERT_EQ(B_OK, menuTester.WaitForIdle());
 
 		auto darkPixels = [&menuTester](BRect area) {
 			int count = 0;
