@@ -66,12 +66,14 @@ WithScrolledList(int32 count, Body body, void (*extra)(BWindow*) = nullptr)
 	});
 }
 
-// The centre of rect (in the bar's coordinates) in the window.
+// The window point at height y of the bar (from its bottom when negative),
+// halfway across.
 BPoint
-InWindow(BScrollBar* bar, BRect rect)
+BarPoint(BScrollBar* bar, float y)
 {
-	BPoint center((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
-	return bar->ConvertToParent(center) + bar->Parent()->Frame().LeftTop();
+	BRect bounds = bar->Bounds();
+	BPoint point((bounds.left + bounds.right) / 2, y < 0 ? bounds.bottom + 1 + y : y);
+	return bar->ConvertToParent(point) + bar->Parent()->Frame().LeftTop();
 }
 
 }	// namespace
@@ -220,18 +222,16 @@ TEST(ScrollTest, BarsFollowTheListAndResizeWithTheWindow)
 	});
 }
 
-TEST(ScrollTest, ArrowsTrackClicksAndTheThumbMoveTheValue)
+TEST(ScrollTest, ArrowsTrackClicksHeldOrNotAndTheThumbMoveTheValue)
 {
 	WithScrolledList(100, [](BWindow* window, BListView* list, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		BScrollBar* bar = list->ScrollBar(B_VERTICAL);
 		bar->SetSteps(20, 180);
-		BRect bounds = bar->Bounds();
-		BPoint bottomArrow = InWindow(bar, BRect(0, bounds.bottom - 5, bounds.right,
-			bounds.bottom));
-		BPoint topArrow = InWindow(bar, BRect(0, 0, bounds.right, 5));
-		BPoint lowTrack = InWindow(bar, BRect(0, bounds.bottom - 25, bounds.right,
-			bounds.bottom - 20));
+		BPoint bottomArrow = BarPoint(bar, -3);
+		BPoint topArrow = BarPoint(bar, 2);
+		BPoint lowTrack = BarPoint(bar, -23);
+		BPoint middle = BarPoint(bar, 100);
 		window->Unlock();
 
 		tester.Click(bottomArrow);
@@ -277,6 +277,26 @@ TEST(ScrollTest, ArrowsTrackClicksAndTheThumbMoveTheValue)
 		EXPECT_EQ(0, bar->Value());
 		EXPECT_EQ(0, list->Bounds().top);
 		window->Unlock();
+
+		// Held down, an arrow and the track step on.
+		tester.MouseDown(bottomArrow);
+		snooze(700000);
+		tester.MouseUp(bottomArrow);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_GT(bar->Value(), 20);
+		EXPECT_EQ(bar->Value(), list->Bounds().top);
+		bar->SetValue(0);
+		window->Unlock();
+
+		// Pages until the thumb lies under the pointer, then no further.
+		tester.MouseDown(middle);
+		snooze(1200000);
+		tester.MouseUp(middle);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(900, bar->Value());
+		window->Unlock();
 	});
 }
 
@@ -310,38 +330,5 @@ TEST(ScrollTest, TheWheelScrollsTheViewUnderThePointer)
 		window->Unlock();
 	}, [](BWindow* window) {
 		window->AddChild(new BView(BRect(250, 10, 349, 109), "plain", B_FOLLOW_NONE, 0));
-	});
-}
-
-TEST(ScrollTest, HeldArrowsAndTrackKeepStepping)
-{
-	WithScrolledList(100, [](BWindow* window, BListView* list, WindowTester& tester) {
-		ASSERT_TRUE(window->Lock());
-		BScrollBar* bar = list->ScrollBar(B_VERTICAL);
-		bar->SetSteps(20, 180);
-		BRect bounds = bar->Bounds();
-		BPoint bottomArrow = InWindow(bar, BRect(0, bounds.bottom - 5, bounds.right,
-			bounds.bottom));
-		BPoint middle = InWindow(bar, BRect(0, 98, bounds.right, 102));
-		window->Unlock();
-
-		tester.MouseDown(bottomArrow);
-		snooze(700000);
-		tester.MouseUp(bottomArrow);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_GT(bar->Value(), 20);
-		EXPECT_EQ(bar->Value(), list->Bounds().top);
-		bar->SetValue(0);
-		window->Unlock();
-
-		// Pages until the thumb lies under the pointer, then no further.
-		tester.MouseDown(middle);
-		snooze(1200000);
-		tester.MouseUp(middle);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(900, bar->Value());
-		window->Unlock();
 	});
 }
