@@ -121,6 +121,30 @@ WithMenuWindow(const std::function<void(MenuLogWindow*, WindowTester&)>& body)
 	});
 }
 
+// Waits until the window is idle, then takes what it logged.
+std::string
+TakeLog(MenuLogWindow* window, WindowTester& tester)
+{
+	EXPECT_EQ(B_OK, tester.WaitForIdle());
+	if (!window->Lock())
+		return "window gone";
+	std::string log = window->log;
+	window->log.clear();
+	window->Unlock();
+	return log;
+}
+
+// Whether menu is open (attached to a window of its own).
+bool
+IsOpen(MenuLogWindow* window, BMenu* menu)
+{
+	if (!window->Lock())
+		return false;
+	bool open = menu->Window() != nullptr;
+	window->Unlock();
+	return open;
+}
+
 // Clicks the bar's item at index and waits until its menu is open.
 void
 OpenFromBar(MenuLogWindow* window, WindowTester& tester, int32 index)
@@ -290,10 +314,8 @@ TEST(MenuTest, AClickOpensTheMenuAndAClickOnAnItemSendsItsMessage)
 		window->Unlock();
 
 		ClickItem(window, tester, window->file, 1);
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("end|Save Save 1|", window->log);
-		EXPECT_EQ(nullptr, window->file->Window());
-		window->Unlock();
+		EXPECT_EQ("end|Save Save 1|", TakeLog(window, tester));
+		EXPECT_FALSE(IsOpen(window, window->file));
 	});
 }
 
@@ -312,10 +334,7 @@ TEST(MenuTest, DraggingFromTheBarToAnItemAndReleasingChoosesIt)
 		window->Unlock();
 		tester.MouseMove(item, B_PRIMARY_MOUSE_BUTTON);
 		tester.MouseUp(item);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("begin|end|Open Open 0|", window->log);
-		window->Unlock();
+		EXPECT_EQ("begin|end|Open Open 0|", TakeLog(window, tester));
 	});
 }
 
@@ -325,26 +344,20 @@ TEST(MenuTest, DisabledItemsRefuseClicksAndShortcuts)
 		tester.TypeKey('z', B_COMMAND_KEY);
 		OpenFromBar(window, tester, 1);
 		ClickItem(window, tester, window->edit, 0);
-		ASSERT_TRUE(window->Lock());
 		// The menu stays open after a click on a disabled item.
-		EXPECT_NE(nullptr, window->edit->Window());
-		EXPECT_EQ("begin|end|begin|", window->log);
-		window->Unlock();
+		EXPECT_TRUE(IsOpen(window, window->edit));
+		EXPECT_EQ("begin|end|begin|", TakeLog(window, tester));
 
 		tester.TypeKey(B_ESCAPE);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ("end|", TakeLog(window, tester));
+		EXPECT_FALSE(IsOpen(window, window->edit));
 		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(nullptr, window->edit->Window());
 		window->enableUndo = true;
-		window->log.clear();
 		window->Unlock();
 
 		// Enabled in MenusBeginning, before the shortcut looks at it.
 		tester.TypeKey('z', B_COMMAND_KEY);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("begin|end|Undo Undo 0|", window->log);
-		window->Unlock();
+		EXPECT_EQ("begin|end|Undo Undo 0|", TakeLog(window, tester));
 	});
 }
 
@@ -366,10 +379,7 @@ TEST(MenuTest, ShortcutsInvokeTheirItemsWithTheirModifiers)
 		window->Unlock();
 		tester.TypeKey('p', B_COMMAND_KEY);
 		tester.TypeKey('s', B_COMMAND_KEY);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("begin|end|Prnt Print 0|", window->log);
-		window->Unlock();
+		EXPECT_EQ("begin|end|Prnt Print 0|", TakeLog(window, tester));
 	});
 }
 
@@ -386,14 +396,9 @@ TEST(MenuTest, ItemsSendToTheTargetsSetForThem)
 		WindowTester tester(window);
 		tester.TypeKey('s', B_COMMAND_KEY);
 		tester.TypeKey('C', B_COMMAND_KEY | B_SHIFT_KEY);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_EQ(B_OK, WindowTester(other).WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("begin|end|begin|end|Copy Copy 1|", window->log);
-		window->Unlock();
-		ASSERT_TRUE(other->Lock());
-		EXPECT_EQ("Save Save 1|", other->log);
-		other->Unlock();
+		EXPECT_EQ("begin|end|begin|end|Copy Copy 1|", TakeLog(window, tester));
+		WindowTester otherTester(other);
+		EXPECT_EQ("Save Save 1|", TakeLog(other, otherTester));
 	});
 }
 
@@ -434,12 +439,8 @@ TEST(MenuTest, EscapeAndAClickElsewhereCloseTheMenus)
 	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
 		OpenFromBar(window, tester, 0);
 		tester.TypeKey(B_ESCAPE);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(nullptr, window->file->Window());
-		EXPECT_EQ("begin|end|", window->log);
-		window->log.clear();
-		window->Unlock();
+		EXPECT_EQ("begin|end|", TakeLog(window, tester));
+		EXPECT_FALSE(IsOpen(window, window->file));
 
 		OpenFromBar(window, tester, 1);
 		// Moving along the bar switches to the other menu.
@@ -448,28 +449,19 @@ TEST(MenuTest, EscapeAndAClickElsewhereCloseTheMenus)
 		window->Unlock();
 		tester.MouseMove(file);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(nullptr, window->edit->Window());
-		EXPECT_NE(nullptr, window->file->Window());
-		window->Unlock();
+		EXPECT_FALSE(IsOpen(window, window->edit));
+		EXPECT_TRUE(IsOpen(window, window->file));
 		tester.Click(BPoint(280, 180));
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(nullptr, window->file->Window());
-		EXPECT_EQ("begin|end|", window->log);
-		window->log.clear();
-		window->Unlock();
+		EXPECT_EQ("begin|end|", TakeLog(window, tester));
+		EXPECT_FALSE(IsOpen(window, window->file));
 
 		// The window losing the focus closes them too.
 		OpenFromBar(window, tester, 0);
 		BMessage deactivated(B_WINDOW_ACTIVATED);
 		deactivated.AddBool("active", false);
 		window->PostMessage(&deactivated);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(nullptr, window->file->Window());
-		EXPECT_EQ("begin|end|", window->log);
-		window->Unlock();
+		EXPECT_EQ("begin|end|", TakeLog(window, tester));
+		EXPECT_FALSE(IsOpen(window, window->file));
 	});
 }
 
@@ -478,39 +470,26 @@ TEST(MenuTest, F10AndTheArrowKeysWorkTheMenusFromTheKeyboard)
 	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
 		tester.TypeFunctionKey(10);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		ASSERT_NE(nullptr, window->file->Window());
-		window->Unlock();
+		ASSERT_TRUE(IsOpen(window, window->file));
 		// Down from Open skips the separator to Recent; Right opens it.
 		tester.TypeKey(B_DOWN_ARROW);
 		tester.TypeKey(B_DOWN_ARROW);
 		tester.TypeKey(B_RIGHT_ARROW);
 		tester.TypeKey(B_DOWN_ARROW);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_NE(nullptr, window->recent->Window());
-		window->Unlock();
+		EXPECT_TRUE(IsOpen(window, window->recent));
 		tester.TypeKey(B_ENTER);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("begin|end|Blue Blue 1|", window->log);
-		window->log.clear();
-		window->Unlock();
+		EXPECT_EQ("begin|end|Blue Blue 1|", TakeLog(window, tester));
 
 		// Right on an item without a submenu goes on to the next menu.
 		tester.TypeFunctionKey(10);
 		tester.TypeKey(B_RIGHT_ARROW);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(nullptr, window->file->Window());
-		EXPECT_NE(nullptr, window->edit->Window());
-		window->Unlock();
+		EXPECT_FALSE(IsOpen(window, window->file));
+		EXPECT_TRUE(IsOpen(window, window->edit));
 		tester.TypeKey(B_ENTER);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
 		// Undo is disabled: the first item that can be chosen is Copy.
-		EXPECT_EQ("begin|end|Copy Copy 1|", window->log);
-		window->Unlock();
+		EXPECT_EQ("begin|end|Copy Copy 1|", TakeLog(window, tester));
 	});
 }
 
