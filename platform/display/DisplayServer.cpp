@@ -35,6 +35,7 @@ struct DisplayServer::Data {
 	std::atomic<int32> nextId{1};
 	std::atomic<bool> quitPending{false};
 	std::atomic<bool> running{false};
+	std::atomic<int32> beeps{0};
 	// Something needs Qt: the display loop starts it.
 	bool startRequested = false;
 	std::atomic<uint32> modifiers{0};
@@ -380,7 +381,14 @@ void
 DisplayServer::Beep()
 {
 	// QApplication::beep() only asks the platform integration for the bell.
+	fData->beeps++;
 	Post([] { QApplication::beep(); });
+}
+
+int32
+DisplayServer::CountBeeps() const
+{
+	return fData->beeps;
 }
 
 uint32

@@ -83,6 +83,8 @@ public:
 	void MakePopup(int32 id, int32 owner, const BMessenger& input);
 
 	void Beep();
+	// How often the bell has been asked for, so tests can tell a refusal.
+	int32 CountBeeps() const;
 	uint32 Modifiers() const;
 	BRect ScreenFrame();
 
