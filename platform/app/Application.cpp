@@ -9,6 +9,8 @@
 #include <iterator>
 #include <strings.h>
 
+#include <Clipboard.h>
+
 #include "DisplayLoop.h"
 #include "LooperRegistry.h"
 #include "MessagePrivate.h"
@@ -56,6 +58,8 @@ BApplication::~BApplication()
 {
 	fPulse.reset();
 	if (be_app == this) {
+		delete be_clipboard;
+		be_clipboard = nullptr;
 		be_app = nullptr;
 		be_app_messenger = BMessenger();
 	}
@@ -78,6 +82,7 @@ BApplication::pvInit(const char* signature)
 	fSignature = signature;
 	be_app = this;
 	be_app_messenger = BMessenger(this);
+	be_clipboard = new BClipboard("system");
 	fPulse = std::make_unique<BPrivate::PulseTimer>(be_app_messenger);
 	pvReadCommandLine();
 }

@@ -106,6 +106,8 @@ WindowTester::RunHeadless(const std::function<void()>& body, const char* signatu
 	setenv("QT_QPA_PLATFORM", "offscreen", 1);
 	BApplication application(signature);
 	std::thread worker([&body] {
+		// The body finds the display server serving, as a running program would.
+		DisplayServer::Default().Sync();
 		body();
 		// Close what the test left open, then end the application.
 		while (be_app->CountWindows() > 0) {

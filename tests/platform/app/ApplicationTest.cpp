@@ -218,10 +218,11 @@ private:
 TEST(ApplicationTest, DisplayLoopRunsInTheCallingThread)
 {
 	FakeDisplay display;
+	BPrivate::DisplayLoop* previous = BPrivate::GetDisplayLoop();
 	BPrivate::SetDisplayLoop(&display);
 	TestApp app;
 	thread_id looper = app.Run();
-	BPrivate::SetDisplayLoop(NULL);
+	BPrivate::SetDisplayLoop(previous);
 
 	EXPECT_EQ(display.ranIn, find_thread(NULL));
 	EXPECT_NE(looper, find_thread(NULL));
