@@ -1,6 +1,7 @@
 #include "WindowTester.h"
 
 #include <cstdlib>
+#include <mutex>
 #include <thread>
 
 #include <QCloseEvent>
@@ -25,6 +26,9 @@ namespace {
 
 const bigtime_t kIdleTimeout = 20000000;
 const uint32 kIdlePing = 'wtIP';
+
+std::mutex sResponderLock;
+std::function<int32(const AlertInfo&)> sResponder;
 
 Qt::KeyboardModifiers
 QtModifiers(uint32 modifiers)
@@ -120,6 +124,33 @@ WindowTester::RunHeadless(const std::function<void()>& body, const char* signatu
 	});
 	application.Run();
 	worker.join();
+}
+
+void
+WindowTester::SetAlertResponder(std::function<int32(const AlertInfo&)> responder)
+{
+	std::lock_guard<std::mutex> guard(sResponderLock);
+	sResponder = std::move(responder);
+}
+
+bool
+WindowTester::AnswerAlert(const AlertInfo& alert, int32* index)
+{
+	std::function<int32(const AlertInfo&)> responder;
+	{
+		std::lock_guard<std::mutex> guard(sResponderLock);
+		responder = sResponder;
+	}
+	if (!responder)
+		return false;
+	*index = responder(alert);
+	return true;
+}
+
+int32
+WindowTester::CountBeeps()
+{
+	return DisplayServer::Default().CountBeeps();
 }
 
 WindowTester::WindowTester(BWindow* window)

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <Alert.h>
 #include <GraphicsDefs.h>
 #include <Messenger.h>
 #include <Rect.h>
@@ -13,6 +14,14 @@ class BWindow;
 class QString;
 
 namespace BPrivate {
+
+// What an alert would have shown.
+struct AlertInfo {
+	std::string title;
+	std::string text;
+	std::vector<std::string> buttons;
+	alert_type type = B_INFO_ALERT;
+};
 
 // Drives windows in tests, headless and in-process: input goes in as Qt events
 // to the window's on-screen side, exactly as the desktop's would, and waits end
@@ -25,6 +34,15 @@ public:
 	// application quits.
 	static void RunHeadless(const std::function<void()>& body,
 		const char* signature = "application/x-vnd.Vellum-Test");
+
+	// While a responder is set, every BAlert::Go() hands it the alert instead of
+	// showing it and takes the button index it returns; an empty function ends
+	// that, and alerts show again.
+	static void SetAlertResponder(std::function<int32(const AlertInfo&)> responder);
+	// For BAlert: false when no responder is set.
+	static bool AnswerAlert(const AlertInfo& alert, int32* index);
+	// How often the display's bell has been asked for.
+	static int32 CountBeeps();
 
 	explicit WindowTester(BWindow* window);
 

@@ -68,6 +68,13 @@ enum {
 	B_TERTIARY_MOUSE_BUTTON = 0x04
 };
 
+// How wide the buttons of an alert are.
+enum button_width {
+	B_WIDTH_AS_USUAL,
+	B_WIDTH_FROM_WIDEST,
+	B_WIDTH_FROM_LABEL
+};
+
 enum border_style {
 	B_PLAIN_BORDER,
 	B_FANCY_BORDER,

@@ -1,0 +1,391 @@
+// Alerts: the tester's responder, modal and asynchronous answers, keys, layout,
+// the waiting window's redrawing; the shelf; the bell.
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <future>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include <Alert.h>
+#include <Application.h>
+#include <Button.h>
+#include <Invoker.h>
+#include <Screen.h>
+#include <View.h>
+#include <Window.h>
+#include <WindowTester.h>
+
+#include "../../../platform/interface/AlertView.h"
+
+using BPrivate::AlertInfo;
+using BPrivate::WindowTester;
+
+namespace {
+
+// Takes the responder away again whatever the test does.
+struct ResponderScope {
+	explicit ResponderScope(std::function<int32(const AlertInfo&)> responder)
+	{
+		WindowTester::SetAlertResponder(std::move(responder));
+	}
+	~ResponderScope() { WindowTester::SetAlertResponder(nullptr); }
+};
+
+// Receives what an asynchronous alert sends.
+class ReplyLooper : public BLooper {
+public:
+	ReplyLooper() : BLooper("replies") {}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (message->what == 'Rply')
+			fReply.set_value(*message);
+		else
+			BLooper::MessageReceived(message);
+	}
+
+	BMessage Wait()
+	{
+		std::future<BMessage> reply = fReply.get_future();
+		EXPECT_EQ(std::future_status::ready, reply.wait_for(std::chrono::seconds(10)));
+		return reply.get();
+	}
+
+private:
+	std::promise<BMessage> fReply;
+};
+
+// Makes an alert and runs its Go() on a thread of its own, as a program thread
+// would (a looper belongs to the thread that made it until it runs).
+class GoThread {
+public:
+	explicit GoThread(std::function<BAlert*()> make)
+		: fThread([this, make] {
+			BAlert* alert = make();
+			fAlert.set_value(alert);
+			fResult = alert->Go();
+		})
+	{
+	}
+
+	// The alert, once made.
+	BAlert* Alert() { return fAlert.get_future().get(); }
+
+	int32 Result()
+	{
+		fThread.join();
+		return fResult;
+	}
+
+private:
+	std::promise<BAlert*> fAlert;
+	std::atomic<int32> fResult{-2};
+	std::thread fThread;
+};
+
+BPoint
+CentreOf(BAlert* alert, int32 index)
+{
+	EXPECT_TRUE(alert->Lock());
+	BRect frame = alert->ButtonAt(index)->Frame();
+	alert->Unlock();
+	return BPoint((frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2);
+}
+
+BAlert*
+ThreeButtonAlert()
+{
+	return new BAlert("Changed", "Change it?", "Cancel", "Discard", "OK");
+}
+
+// Counts its drawing; asks an alert when told to.
+class AskingWindow : public BWindow {
+public:
+	AskingWindow()
+		: BWindow(BRect(40, 40, 239, 139), "Asking", B_TITLED_WINDOW, 0)
+	{
+		fCanvas = new CountingView(Bounds(), this);
+		AddChild(fCanvas);
+	}
+
+	void MessageReceived(BMessage* message) override
+	{
+		if (message->what != 'Ask!') {
+			BWindow::MessageReceived(message);
+			return;
+		}
+		BAlert* alert = ThreeButtonAlert();
+		fCanvas->Invalidate();
+		alertShown.set_value(alert);
+		answer = alert->Go();
+	}
+
+	void NoteDraw()
+	{
+		std::lock_guard<std::mutex> guard(fLock);
+		fDraws++;
+		fDrawn.notify_all();
+	}
+
+	int32 Draws()
+	{
+		std::lock_guard<std::mutex> guard(fLock);
+		return fDraws;
+	}
+
+	bool WaitForDrawsAbove(int32 count)
+	{
+		std::unique_lock<std::mutex> guard(fLock);
+		return fDrawn.wait_for(guard, std::chrono::seconds(10),
+			[&] { return fDraws > count; });
+	}
+
+	std::promise<BAlert*> alertShown;
+	std::atomic<int32> answer{-2};
+
+private:
+	class CountingView : public BView {
+	public:
+		CountingView(BRect frame, AskingWindow* window)
+			: BView(frame, "canvas", B_FOLLOW_ALL, B_WILL_DRAW), fOwner(window) {}
+		void Draw(BRect) override { fOwner->NoteDraw(); }
+		AskingWindow* fOwner;
+	};
+
+	CountingView* fCanvas;
+	std::mutex fLock;
+	std::condition_variable fDrawn;
+	int32 fDraws = 0;
+};
+
+}	// namespace
+
+TEST(AlertTest, ResponderSeesTheAlertAndChoosesTheButton)
+{
+	WindowTester::RunHeadless([] {
+		std::vector<AlertInfo> seen;
+		ResponderScope scope([&](const AlertInfo& alert) {
+			seen.push_back(alert);
+			return int32(seen.size() == 1 ? 1 : 0);
+		});
+		int32 windowsBefore = be_app->CountWindows();
+
+		EXPECT_EQ(1, ThreeButtonAlert()->Go());
+		EXPECT_EQ(0, (new BAlert("", "Vellum cannot continue.", "Quit", NULL, NULL,
+			B_WIDTH_AS_USUAL, B_STOP_ALERT))->Go());
+
+		ASSERT_EQ(2u, seen.size());
+		EXPECT_EQ("Changed", seen[0].title);
+		EXPECT_EQ("Change it?", seen[0].text);
+		EXPECT_EQ((std::vector<std::string>{"Cancel", "Discard", "OK"}), seen[0].buttons);
+		EXPECT_EQ(B_INFO_ALERT, seen[0].type);
+		EXPECT_EQ("", seen[1].title);
+		EXPECT_EQ(std::vector<std::string>{"Quit"}, seen[1].buttons);
+		EXPECT_EQ(B_STOP_ALERT, seen[1].type);
+		// Answered alerts are gone without ever showing.
+		EXPECT_EQ(windowsBefore, be_app->CountWindows());
+	});
+}
+
+TEST(AlertTest, AsynchronousAlertSendsWhich)
+{
+	WindowTester::RunHeadless([] {
+		ReplyLooper* looper = new ReplyLooper;
+		looper->Run();
+		{
+			ResponderScope scope([](const AlertInfo&) { return int32(2); });
+			BAlert* alert = ThreeButtonAlert();
+			ASSERT_EQ(B_OK, alert->Go(new BInvoker(new BMessage('Rply'), looper)));
+			BMessage reply = looper->Wait();
+			EXPECT_EQ(2, reply.GetInt32("which", -1));
+		}
+
+		// Unanswered: the call returns at once, the click answers later.
+		ReplyLooper* second = new ReplyLooper;
+		second->Run();
+		BAlert* alert = new BAlert("Add", "Add it?", "Cancel", "Add");
+		WindowTester tester(alert);
+		ASSERT_EQ(B_OK, alert->Go(new BInvoker(new BMessage('Rply'), second)));
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		tester.Click(CentreOf(alert, 0));
+		EXPECT_EQ(0, second->Wait().GetInt32("which", -1));
+
+		for (BLooper* each : {static_cast<BLooper*>(looper), static_cast<BLooper*>(second)}) {
+			each->Lock();
+			each->Quit();
+		}
+	});
+}
+
+TEST(AlertTest, UnansweredAlertsTakeClicksEscapeAndEnter)
+{
+	WindowTester::RunHeadless([] {
+		struct Case {
+			const char* what;
+			std::function<void(BAlert*, WindowTester&)> answer;
+			int32 expected;
+		} cases[] = {
+			{"click", [](BAlert* alert, WindowTester& tester) {
+				tester.Click(CentreOf(alert, 1)); }, 1},
+			{"escape", [](BAlert*, WindowTester& tester) { tester.TypeKey(B_ESCAPE); }, 0},
+			{"enter", [](BAlert*, WindowTester& tester) { tester.TypeKey(B_ENTER); }, 2},
+			{"escape moved", [](BAlert* alert, WindowTester& tester) {
+				ASSERT_TRUE(alert->Lock());
+				alert->SetShortcut(1, B_ESCAPE);
+				EXPECT_EQ(0, alert->Shortcut(0));
+				EXPECT_EQ(B_ESCAPE, alert->Shortcut(1));
+				alert->Unlock();
+				tester.TypeKey(B_ESCAPE); }, 1},
+			{"letter", [](BAlert* alert, WindowTester& tester) {
+				ASSERT_TRUE(alert->Lock());
+				alert->SetShortcut(2, 'o');
+				alert->Unlock();
+				tester.TypeKey('x');
+				tester.TypeKey('o'); }, 2},
+		};
+		for (Case& each : cases) {
+			GoThread go(ThreeButtonAlert);
+			BAlert* alert = go.Alert();
+			WindowTester tester(alert);
+			ASSERT_EQ(B_OK, tester.WaitForIdle()) << each.what;
+			ASSERT_TRUE(alert->Lock());
+			EXPECT_EQ(B_ESCAPE, alert->Shortcut(0)) << each.what;
+			alert->Unlock();
+			each.answer(alert, tester);
+			EXPECT_EQ(each.expected, go.Result()) << each.what;
+		}
+
+		// A single button has no Escape of its own; Enter chooses it.
+		GoThread go([] { return new BAlert("", "Done.", "OK"); });
+		BAlert* alert = go.Alert();
+		WindowTester tester(alert);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(alert->Lock());
+		EXPECT_EQ(0, alert->Shortcut(0));
+		alert->Unlock();
+		tester.TypeKey(B_ESCAPE);
+		tester.TypeKey(B_ENTER);
+		EXPECT_EQ(0, go.Result());
+	});
+}
+
+TEST(AlertTest, WaitingWindowKeepsRedrawing)
+{
+	WindowTester::RunHeadless([] {
+		AskingWindow* window = new AskingWindow;
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		int32 before = window->Draws();
+
+		std::future<BAlert*> shown = window->alertShown.get_future();
+		BMessenger(window).SendMessage('Ask!');
+		ASSERT_EQ(std::future_status::ready, shown.wait_for(std::chrono::seconds(10)));
+		BAlert* alert = shown.get();
+		// What became invalid before Go() is drawn while the alert waits.
+		EXPECT_TRUE(window->WaitForDrawsAbove(before));
+		EXPECT_EQ(-2, window->answer);
+
+		WindowTester alertTester(alert);
+		ASSERT_EQ(B_OK, alertTester.WaitForIdle());
+		alertTester.TypeKey(B_ENTER);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(2, window->answer);
+	});
+}
+
+TEST(AlertTest, LayoutFollowsTheButtonWidthsAndTheKind)
+{
+	WindowTester::RunHeadless([] {
+		BAlert* usual = new BAlert("", "Text", "No", "Discard changes", "OK");
+		BAlert* widest = new BAlert("", "Text", "No", "Discard changes", "OK",
+			B_WIDTH_FROM_WIDEST);
+		BAlert* label = new BAlert("", "Text", "No", "Discard changes", "OK",
+			B_WIDTH_FROM_LABEL, B_EMPTY_ALERT);
+		for (BAlert* alert : {usual, widest, label}) {
+			ASSERT_TRUE(alert->Lock());
+			// Right-aligned, in order, the last one the default.
+			BRect bounds = alert->Bounds();
+			EXPECT_GE(bounds.Width() + 1, 310);
+			EXPECT_NEAR(bounds.right - 6, alert->ButtonAt(2)->Frame().right, 1);
+			EXPECT_LT(alert->ButtonAt(0)->Frame().right, alert->ButtonAt(1)->Frame().left);
+			EXPECT_LT(alert->ButtonAt(1)->Frame().right, alert->ButtonAt(2)->Frame().left);
+			EXPECT_TRUE(alert->ButtonAt(2)->IsDefault());
+			EXPECT_EQ(alert->ButtonAt(2), alert->DefaultButton());
+			EXPECT_EQ(nullptr, alert->ButtonAt(3));
+			EXPECT_EQ(B_MODAL_APP_WINDOW_FEEL, alert->Feel());
+			// Centred on the screen.
+			BRect screen = BScreen().Frame();
+			BRect frame = alert->Frame();
+			EXPECT_NEAR(screen.left + screen.right, frame.left + frame.right, 2);
+			EXPECT_NEAR(screen.top + screen.bottom, frame.top + frame.bottom, 2);
+			alert->Unlock();
+		}
+		auto width = [](BAlert* alert, int32 index) {
+			return alert->ButtonAt(index)->Frame().Width();
+		};
+		EXPECT_GE(width(usual, 0), 74);
+		EXPECT_GT(width(usual, 1), width(usual, 0));
+		EXPECT_EQ(width(widest, 0), width(widest, 1));
+		EXPECT_EQ(width(widest, 2), width(widest, 1));
+		EXPECT_LT(width(label, 0), width(usual, 0));
+		for (BAlert* alert : {usual, widest, label}) {
+			alert->Lock();
+			alert->Quit();
+		}
+
+		// The icon stripe and the icon, or neither for an empty alert.
+		rgb_color panel = ui_color(B_PANEL_BACKGROUND_COLOR);
+		for (alert_type type : {B_INFO_ALERT, B_IDEA_ALERT, B_WARNING_ALERT, B_STOP_ALERT,
+				B_EMPTY_ALERT}) {
+			GoThread go([type] {
+				return new BAlert("", "Text", "Cancel", "OK", NULL, B_WIDTH_AS_USUAL, type);
+			});
+			WindowTester tester(go.Alert());
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			bool empty = type == B_EMPTY_ALERT;
+			EXPECT_EQ(empty, tester.PixelAt(BPoint(3, 60)) == panel) << type;
+			EXPECT_EQ(empty, tester.PixelAt(BPoint(34, 24)) == panel) << type;
+			tester.TypeKey(B_ESCAPE);
+			EXPECT_EQ(0, go.Result());
+		}
+	});
+}
+
+TEST(AlertTest, TextWrapsBetweenWordsAtNewlinesAndInsideLongWords)
+{
+	const BFont& font = *be_plain_font;
+	float width = font.StringWidth("Change the name of");
+	EXPECT_EQ((std::vector<std::string>{"Change the name of", "   /home/a", "",
+		"to \"b\"?"}),
+		BPrivate::AlertView::Wrap("Change the name of\n   /home/a\n\nto \"b\"?", width, font));
+	EXPECT_EQ((std::vector<std::string>{"Change the", "name of it"}),
+		BPrivate::AlertView::Wrap("Change the name of it",
+			font.StringWidth("Change the nam"), font));
+
+	std::string longWord(200, 'x');
+	std::vector<std::string> lines = BPrivate::AlertView::Wrap("a " + longWord, width, font);
+	ASSERT_GE(lines.size(), 3u);
+	EXPECT_EQ("a", lines[0].substr(0, 1));
+	std::string joined;
+	for (size_t i = 1; i < lines.size(); i++) {
+		EXPECT_LE(font.StringWidth(lines[i].c_str()), width);
+		joined += lines[i];
+	}
+	EXPECT_EQ(longWord, joined);
+	// Multi-byte characters are never split, even when nothing fits.
+	for (const std::string& line : BPrivate::AlertView::Wrap("äöü", 0, font))
+		EXPECT_EQ(2u, line.size()) << line;
+}
+
+TEST(AlertTest, BeepsAreCounted)
+{
+	int32 before = WindowTester::CountBeeps();
+	beep();
+	beep();
+	EXPECT_EQ(before + 2, WindowTester::CountBeeps());
+}
