@@ -1,6 +1,7 @@
 #ifndef _INTERFACE_KIT_H
 #define _INTERFACE_KIT_H
 
+#include <Alert.h>
 #include <Bitmap.h>
 #include <Box.h>
 #include <Button.h>
@@ -13,6 +14,7 @@
 #include <Rect.h>
 #include <Region.h>
 #include <Screen.h>
+#include <Shelf.h>
 #include <StringView.h>
 #include <View.h>
 #include <Window.h>
