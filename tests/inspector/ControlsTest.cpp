@@ -8,10 +8,10 @@
 #include <Application.h>
 #include <Bitmap.h>
 #include <Entry.h>
-#include <Path.h>
 #include <InterfaceDefs.h>
 #include <ListItem.h>
 #include <Message.h>
+#include <Path.h>
 #include <ScrollBar.h>
 #include <Window.h>
 #include <WindowTester.h>
@@ -177,6 +177,39 @@ TEST(ControlsTest, AnExplicitBitmapIsDrawnScaledOverTheWell)
 		ASSERT_TRUE(window->Lock());
 		icon->SetBitmap(nullptr, 16);
 		window->Unlock();
+	});
+}
+
+TEST(ControlsTest, ANodesIconIsDrawnAndAnEmptyWellShowsOnlyItsBackground)
+{
+	TempFolder folder;
+	WindowTester::RunHeadless([&folder] {
+		BWindow* window = NewWindow();
+		IconView* empty = new IconView(BRect(10, 10, 41, 41), "empty", B_FOLLOW_NONE,
+			B_WILL_DRAW);
+		IconView* node = new IconView(BRect(60, 10, 91, 41), "node", B_FOLLOW_NONE,
+			B_WILL_DRAW);
+		node->SetNode(new BEntry(folder.Root().c_str()));
+		window->AddChild(empty);
+		window->AddChild(node);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		rgb_color background = empty->ViewColor();
+		BRect emptyWell = empty->Frame().InsetByCopy(3, 3);
+		BRect nodeWell = node->Frame().InsetByCopy(3, 3);
+		window->Unlock();
+		int32 emptyMarks = 0;
+		int32 iconMarks = 0;
+		for (float y = 0; y <= emptyWell.Height(); y++) {
+			for (float x = 0; x <= emptyWell.Width(); x++) {
+				emptyMarks += !(tester.PixelAt(emptyWell.LeftTop() + BPoint(x, y)) == background);
+				iconMarks += !(tester.PixelAt(nodeWell.LeftTop() + BPoint(x, y)) == background);
+			}
+		}
+		EXPECT_EQ(emptyMarks, 0);
+		EXPECT_GT(iconMarks, 100);
 	});
 }
 
