@@ -1,0 +1,19 @@
+#ifndef SETTINGS_FILE_H
+#define SETTINGS_FILE_H
+
+#include <Rect.h>
+#include <SupportDefs.h>
+
+// The settings file "Vellum_Settings" in the user settings folder: a version
+// line "0", then one line "left top right bottom" per remembered window.
+
+// Reads up to count rectangles into rects in order. Reading ends at the first
+// line with fewer than two numbers; a line with two or three numbers keeps the
+// trailing values of the line before it (of rects[0] for the first line). A
+// missing file or another version leaves rects as they are.
+void ReadWindowRects(BRect* rects, int32 count);
+
+// Writes the version line and count rectangles; failures are silent.
+void WriteWindowRects(const BRect* rects, int32 count);
+
+#endif
