@@ -47,6 +47,10 @@ public:
 	// Hands an Edit command to the list.
 	void DoEditMenu(BMessage* message);
 
+	// Whether the window may close: an open row editor offers its changes
+	// first, and a cancelled save keeps the window open.
+	bool QuitRequested();
+
 private:
 	SpecialListView* pvList() const;
 	void pvBuildViews();

@@ -1,0 +1,4 @@
+#include "PanelColors.h"
+
+const rgb_color WhiteColor = {255, 255, 255, 255};
+const rgb_color NodeColor = {255, 255, 232, 255};
