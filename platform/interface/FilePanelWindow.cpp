@@ -1,0 +1,447 @@
+#include "FilePanelWindow.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+
+#include <Application.h>
+#include <Button.h>
+#include <Directory.h>
+#include <ListView.h>
+#include <Node.h>
+#include <NodeInfo.h>
+#include <Roster.h>
+#include <ScrollView.h>
+
+#include "FilePanelItem.h"
+
+namespace BPrivate {
+
+namespace {
+
+const uint32 kUp = 'fpUp';
+const uint32 kConfirm = 'fpOK';
+const uint32 kCancel = 'fpCa';
+const uint32 kSelected = 'fpSl';
+const uint32 kInvoked = 'fpIv';
+
+const float kMargin = 8;
+const float kSpacing = 10;
+
+uint32
+FlavorOf(mode_t mode)
+{
+	if (S_ISDIR(mode))
+		return B_DIRECTORY_NODE;
+	return S_ISLNK(mode) ? B_SYMLINK_NODE : B_FILE_NODE;
+}
+
+// "<program>: Open", or the mode's word alone outside a program.
+std::string
+DefaultTitle(file_panel_mode mode)
+{
+	std::string title = mode == B_SAVE_PANEL ? "Save" : "Open";
+	app_info info;
+	if (be_app != nullptr && be_app->GetAppInfo(&info) == B_OK && info.ref.name != nullptr)
+		title = std::string(info.ref.name) + ": " + title;
+	return title;
+}
+
+// Where a panel without a start folder opens: the working directory.
+std::string
+StartPath()
+{
+	std::error_code error;
+	std::filesystem::path path = std::filesystem::current_path(error);
+	return error ? std::string("/") : path.string();
+}
+
+std::string
+ChildPath(const std::string& folder, const char* name)
+{
+	return folder == "/" ? folder + name : folder + "/" + name;
+}
+
+}	// namespace
+
+FilePanelWindow::FilePanelWindow(BFilePanel* panel, file_panel_mode mode, uint32 nodeFlavors,
+	bool multipleSelection, bool modal)
+	: BWindow(BRect(120, 120, 619, 469), DefaultTitle(mode).c_str(), B_TITLED_WINDOW_LOOK,
+		modal ? B_MODAL_APP_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL, B_NOT_ZOOMABLE),
+	fPanel(panel),
+	fMode(mode),
+	fFlavors(nodeFlavors != 0 ? nodeFlavors : uint32(B_FILE_NODE)),
+	fPath(StartPath())
+{
+	SetSizeLimits(300, 32768, 200, 32768);
+	pvBuildViews(multipleSelection);
+}
+
+FilePanelWindow::~FilePanelWindow()
+{
+	pvEmptyList();
+}
+
+void
+FilePanelWindow::pvBuildViews(bool multipleSelection)
+{
+	BRect bounds = Bounds();
+	BView* background = new BView(bounds, "background", B_FOLLOW_ALL, B_WILL_DRAW);
+	background->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+	AddChild(background);
+
+	fUpButton = new BButton(BRect(kMargin, kMargin, kMargin + 50, kMargin + 20), "up", "Up",
+		new BMessage(kUp));
+	fUpButton->ResizeToPreferred();
+	fUpButton->ResizeTo(50, fUpButton->Bounds().Height());
+	background->AddChild(fUpButton);
+
+	fDefaultButton = new BButton(BRect(0, 0, 80, 20), "default",
+		fMode == B_SAVE_PANEL ? "Save" : "Open", new BMessage(kConfirm),
+		B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM);
+	fDefaultButton->MakeDefault(true);
+	fDefaultButton->ResizeToPreferred();
+	BRect frame = fDefaultButton->Bounds();
+	fDefaultButton->MoveTo(bounds.right - kMargin - frame.Width(),
+		bounds.bottom - kMargin - frame.Height());
+	background->AddChild(fDefaultButton);
+	SetDefaultButton(fDefaultButton);
+
+	fCancelButton = new BButton(BRect(0, 0, 80, 20), "cancel", "Cancel", new BMessage(kCancel),
+		B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM);
+	fCancelButton->ResizeToPreferred();
+	BRect cancel = fCancelButton->Bounds();
+	BRect defaultFrame = fDefaultButton->Frame();
+	fCancelButton->MoveTo(defaultFrame.left - kSpacing - cancel.Width(),
+		std::floor(defaultFrame.top + (defaultFrame.Height() - cancel.Height()) / 2));
+	background->AddChild(fCancelButton);
+
+	float top = fUpButton->Frame().bottom + kMargin + 2;
+	float bottom = fDefaultButton->Frame().top - kMargin - 2;
+	fList = new BListView(BRect(kMargin + 2, top, bounds.right - kMargin - 2
+		- B_V_SCROLL_BAR_WIDTH, bottom), "entries",
+		multipleSelection ? B_MULTIPLE_SELECTION_LIST : B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL);
+	fList->SetSelectionMessage(new BMessage(kSelected));
+	fList->SetInvocationMessage(new BMessage(kInvoked));
+	background->AddChild(new BScrollView("scroller", fList, B_FOLLOW_ALL, 0, false, true));
+	fList->MakeFocus();
+}
+
+// #pragma mark - hooks
+
+void
+FilePanelWindow::MessageReceived(BMessage* message)
+{
+	switch (message->what) {
+		case kUp:
+			pvUp();
+			break;
+		case kSelected:
+			pvSelectionChanged();
+			break;
+		case kInvoked:
+			pvInvoked();
+			break;
+		case kConfirm:
+			pvConfirm();
+			break;
+		case kCancel:
+			pvCancel();
+			break;
+		default:
+			BWindow::MessageReceived(message);
+	}
+}
+
+void
+FilePanelWindow::DispatchMessage(BMessage* message, BHandler* handler)
+{
+	const char* bytes;
+	if (message->what == B_KEY_DOWN && message->FindString("bytes", &bytes) == B_OK
+		&& bytes[0] != '\0' && bytes[1] == '\0') {
+		if (bytes[0] == B_ESCAPE) {
+			pvCancel();
+			return;
+		}
+		if (bytes[0] == B_ENTER && pvEnterKey())
+			return;
+	}
+	// The close box and Command-W hide the panel; it lives until it is deleted.
+	if (message->what == B_QUIT_REQUESTED && handler == this) {
+		pvCancel();
+		return;
+	}
+	BWindow::DispatchMessage(message, handler);
+}
+
+void
+FilePanelWindow::Hide()
+{
+	bool wasShowing = !IsHidden();
+	BWindow::Hide();
+	if (wasShowing)
+		fPanel->WasHidden();
+}
+
+// #pragma mark - settings
+
+BMessenger
+FilePanelWindow::Target() const
+{
+	return fTarget.IsValid() ? fTarget : be_app_messenger;
+}
+
+void
+FilePanelWindow::SetMessage(const BMessage* message)
+{
+	fMessage.reset(message != nullptr ? new BMessage(*message) : nullptr);
+}
+
+void
+FilePanelWindow::SetRefFilter(BRefFilter* filter)
+{
+	fFilter = filter;
+	pvListIfShowing();
+}
+
+void
+FilePanelWindow::SetButtonLabel(file_panel_button button, const char* label)
+{
+	(button == B_CANCEL_BUTTON ? fCancelButton : fDefaultButton)->SetLabel(label);
+}
+
+status_t
+FilePanelWindow::SetDirectory(const std::string& path)
+{
+	std::filesystem::path target(path);
+	if (target.is_relative())
+		target = std::filesystem::path(fPath) / target;
+	std::string normal = target.lexically_normal().string();
+	if (normal.size() > 1 && normal.back() == '/')
+		normal.pop_back();
+	BDirectory directory(normal.c_str());
+	if (directory.InitCheck() != B_OK)
+		return directory.InitCheck();
+	fPath = normal;
+	pvListIfShowing();
+	return B_OK;
+}
+
+status_t
+FilePanelWindow::GetDirectory(entry_ref* ref) const
+{
+	return get_ref_for_path(fPath.c_str(), ref);
+}
+
+void
+FilePanelWindow::Refresh()
+{
+	pvFillList();
+}
+
+// #pragma mark - the list
+
+// A hidden panel lists its folder when it is shown.
+void
+FilePanelWindow::pvListIfShowing()
+{
+	if (!IsHidden())
+		pvFillList();
+}
+
+void
+FilePanelWindow::pvFillList()
+{
+	pvEmptyList();
+	BDirectory directory(fPath.c_str());
+	BList items;
+	entry_ref ref;
+	while (directory.GetNextRef(&ref) == B_OK) {
+		if (FilePanelItem* item = pvMakeItem(ref))
+			items.AddItem(item);
+	}
+	items.SortItems(&FilePanelItem::Compare);
+	fList->AddList(&items);
+	fList->ScrollTo(0, 0);
+	fUpButton->SetEnabled(fPath != "/");
+	pvUpdateButtons();
+}
+
+void
+FilePanelWindow::pvEmptyList()
+{
+	for (int32 i = 0; i < fList->CountItems(); i++)
+		delete fList->ItemAt(i);
+	fList->MakeEmpty();
+}
+
+FilePanelItem*
+FilePanelWindow::pvMakeItem(const entry_ref& ref)
+{
+	std::string path = ChildPath(fPath, ref.name);
+	struct stat st;
+	if (lstat(path.c_str(), &st) != 0)
+		return nullptr;
+	uint32 flavor = FlavorOf(st.st_mode);
+	uint32 target = flavor;
+	struct stat targetStat;
+	if (flavor == B_SYMLINK_NODE && stat(path.c_str(), &targetStat) == 0)
+		target = FlavorOf(targetStat.st_mode);
+	if (fFilter != nullptr && !pvPassesFilter(ref, &st))
+		return nullptr;
+	FilePanelItem* item = new FilePanelItem(ref, flavor, target);
+	item->SetEnabled(item->IsFolder() || pvAccepts(item));
+	return item;
+}
+
+bool
+FilePanelWindow::pvPassesFilter(const entry_ref& ref, struct stat* st)
+{
+	BNode node(&ref);
+	char type[B_MIME_TYPE_LENGTH] = "";
+	BNodeInfo info(&node);
+	if (info.GetType(type) != B_OK)
+		type[0] = '\0';
+	return fFilter->Filter(&ref, &node, st, type);
+}
+
+bool
+FilePanelWindow::pvAccepts(const FilePanelItem* item) const
+{
+	return (fFlavors & (item->Flavor() | item->TargetFlavor())) != 0;
+}
+
+bool
+FilePanelWindow::pvChoosesFolders() const
+{
+	return (fFlavors & B_DIRECTORY_NODE) != 0 && (fFlavors & B_FILE_NODE) == 0;
+}
+
+FilePanelItem*
+FilePanelWindow::pvItemAt(int32 index) const
+{
+	return static_cast<FilePanelItem*>(fList->ItemAt(index));
+}
+
+FilePanelItem*
+FilePanelWindow::pvSelectedFolder() const
+{
+	if (fList->CurrentSelection(1) >= 0)
+		return nullptr;
+	FilePanelItem* item = pvItemAt(fList->CurrentSelection(0));
+	return item != nullptr && item->IsFolder() ? item : nullptr;
+}
+
+void
+FilePanelWindow::pvSelectName(const char* name)
+{
+	for (int32 i = 0; i < fList->CountItems(); i++) {
+		if (strcmp(pvItemAt(i)->Ref().name, name) == 0) {
+			fList->Select(i);
+			fList->ScrollToSelection();
+			return;
+		}
+	}
+}
+
+// #pragma mark - actions
+
+void
+FilePanelWindow::pvEnter(const FilePanelItem* folder)
+{
+	if (SetDirectory(ChildPath(fPath, folder->Ref().name)) != B_OK)
+		beep();
+}
+
+void
+FilePanelWindow::pvUp()
+{
+	std::filesystem::path current(fPath);
+	std::string leaf = current.filename().string();
+	if (fPath == "/" || SetDirectory(current.parent_path().string()) != B_OK) {
+		beep();
+		return;
+	}
+	// Coming back up selects the folder that was open.
+	pvSelectName(leaf.c_str());
+}
+
+void
+FilePanelWindow::pvSelectionChanged()
+{
+	pvUpdateButtons();
+	fPanel->SelectionChanged();
+}
+
+void
+FilePanelWindow::pvUpdateButtons()
+{
+	bool choosable = pvChoosesFolders();
+	for (int32 i = 0, index; !choosable && (index = fList->CurrentSelection(i)) >= 0; i++)
+		choosable = pvItemAt(index)->IsFolder() || pvAccepts(pvItemAt(index));
+	fDefaultButton->SetEnabled(choosable);
+}
+
+void
+FilePanelWindow::pvInvoked()
+{
+	if (const FilePanelItem* folder = pvSelectedFolder())
+		pvEnter(folder);
+	else
+		pvConfirm();
+}
+
+bool
+FilePanelWindow::pvEnterKey()
+{
+	const FilePanelItem* folder = pvSelectedFolder();
+	if (CurrentFocus() != fList || folder == nullptr)
+		return false;
+	pvEnter(folder);
+	return true;
+}
+
+void
+FilePanelWindow::pvConfirm()
+{
+	// A folder that cannot be chosen is entered instead.
+	const FilePanelItem* folder = pvSelectedFolder();
+	if (folder != nullptr && !pvAccepts(folder)) {
+		pvEnter(folder);
+		return;
+	}
+	BMessage message(fMessage != nullptr ? *fMessage : BMessage(B_REFS_RECEIVED));
+	for (int32 i = 0, index; (index = fList->CurrentSelection(i)) >= 0; i++) {
+		if (pvAccepts(pvItemAt(index)))
+			message.AddRef("refs", &pvItemAt(index)->Ref());
+	}
+	entry_ref open;
+	if (!message.HasRef("refs") && pvChoosesFolders() && GetDirectory(&open) == B_OK)
+		message.AddRef("refs", &open);
+	if (!message.HasRef("refs")) {
+		beep();
+		return;
+	}
+	pvAnswer(&message);
+}
+
+void
+FilePanelWindow::pvAnswer(BMessage* message)
+{
+	BMessenger target = Target();
+	fPanel->SendMessage(&target, message);
+	if (fHideWhenDone)
+		Hide();
+}
+
+void
+FilePanelWindow::pvCancel()
+{
+	if (!IsHidden())
+		Hide();
+}
+
+}

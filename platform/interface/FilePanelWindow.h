@@ -1,0 +1,91 @@
+#ifndef _FILE_PANEL_WINDOW_H
+#define _FILE_PANEL_WINDOW_H
+
+#include <memory>
+#include <string>
+
+#include <FilePanel.h>
+#include <Window.h>
+
+class BButton;
+class BListView;
+
+namespace BPrivate {
+
+class FilePanelItem;
+
+// The window of a BFilePanel: an Up button above the list of the open
+// folder's entries (folders first), Cancel and the default button below.
+// Escape, Cancel and the close box hide it without an answer. Its settings are
+// read and changed with the window locked.
+class FilePanelWindow : public BWindow {
+public:
+	FilePanelWindow(BFilePanel* panel, file_panel_mode mode, uint32 nodeFlavors,
+		bool multipleSelection, bool modal);
+	virtual ~FilePanelWindow();
+
+	virtual void MessageReceived(BMessage* message);
+	virtual void DispatchMessage(BMessage* message, BHandler* handler);
+	virtual void Hide();
+
+	// The answer's address: the target, else the application.
+	BMessenger Target() const;
+	void SetTarget(const BMessenger& target) { fTarget = target; }
+	// NULL restores the mode's own message.
+	void SetMessage(const BMessage* message);
+	BRefFilter* RefFilter() const { return fFilter; }
+	void SetRefFilter(BRefFilter* filter);
+	bool HidesWhenDone() const { return fHideWhenDone; }
+	void SetHideWhenDone(bool hide) { fHideWhenDone = hide; }
+	void SetButtonLabel(file_panel_button button, const char* label);
+
+	// Opens the folder at path (relative to the open folder); a path that is
+	// not a readable folder leaves everything as it was and gives its error.
+	status_t SetDirectory(const std::string& path);
+	const std::string& Directory() const { return fPath; }
+	status_t GetDirectory(entry_ref* ref) const;
+	// Lists the open folder anew; a hidden panel does when it is shown.
+	void Refresh();
+
+	BListView* List() const { return fList; }
+
+private:
+	void pvBuildViews(bool multipleSelection);
+	void pvListIfShowing();
+	void pvFillList();
+	void pvEmptyList();
+	FilePanelItem* pvMakeItem(const entry_ref& ref);
+	bool pvPassesFilter(const entry_ref& ref, struct stat* st);
+	bool pvAccepts(const FilePanelItem* item) const;
+	bool pvChoosesFolders() const;
+	FilePanelItem* pvItemAt(int32 index) const;
+	FilePanelItem* pvSelectedFolder() const;
+	void pvSelectName(const char* name);
+	void pvEnter(const FilePanelItem* folder);
+	void pvUp();
+	void pvSelectionChanged();
+	void pvUpdateButtons();
+	void pvInvoked();
+	void pvConfirm();
+	void pvAnswer(BMessage* message);
+	void pvCancel();
+	bool pvEnterKey();
+
+	BFilePanel* fPanel;
+	file_panel_mode fMode;
+	uint32 fFlavors;
+	BMessenger fTarget;
+	std::unique_ptr<BMessage> fMessage;
+	BRefFilter* fFilter = nullptr;
+	bool fHideWhenDone = true;
+	std::string fPath;
+
+	BButton* fUpButton = nullptr;
+	BListView* fList = nullptr;
+	BButton* fCancelButton = nullptr;
+	BButton* fDefaultButton = nullptr;
+};
+
+}
+
+#endif
