@@ -1,8 +1,13 @@
 #ifndef GL_WINDOW_H
 #define GL_WINDOW_H
 
+#include <memory>
+
 #include <Window.h>
 
+class BMenu;
+class BMenuBar;
+class BShelf;
 class BrindleFile;
 class GlintView;
 
@@ -12,6 +17,7 @@ class GlintView;
 class GlWindow : public BWindow {
 public:
 	GlWindow(BRect frame);
+	virtual ~GlWindow();
 
 	virtual void MessageReceived(BMessage* msg);
 	virtual bool QuitRequested();
@@ -34,13 +40,15 @@ public:
 	bool Loaded() const;
 
 private:
-	BView* pvBuildViews();
+	void pvBuildViews();
+	BMenuBar* pvMenuBar() const;
+	BMenu* pvMenu(const char* menuLabel) const;
 	void pvEditCommand(BMessage* msg);
-	void pvOpenFilePanel();
 	bool pvCloseDataWindows();
 	bool pvOtherInspectorsOpen();
 
 	GlintView* fGlintView = nullptr;
+	std::unique_ptr<BShelf> fShelf;
 };
 
 #endif

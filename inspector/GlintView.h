@@ -60,14 +60,17 @@ public:
 	void AddAttr(BMessage* msg);
 
 private:
-	void pvBuildNodeBox(BRect frame);
-	void pvBuildInfoPanel(BRect frame);
-	void pvBuildAttributes(BRect frame);
-	void pvReplaceNode(const entry_ref& ref);
+	struct Layout;
+
+	Layout pvLayout() const;
+	void pvBuildNodeBox(const Layout& layout);
+	void pvBuildInfoPanel(const Layout& layout);
+	void pvBuildAttributes(const Layout& layout);
+	NewTextControl* pvField(const char* name) const;
+	void pvSetNode(const entry_ref& ref);
 	void pvCloseDataWindowsOf(const char* leafName);
 	void pvShowNode(BPath* path, BPath* target);
 	void pvShowLinkTarget(BPath* target);
-	void pvLayout();
 
 	std::unique_ptr<BrindleFile> fFile;
 };
