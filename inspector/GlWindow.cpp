@@ -7,6 +7,7 @@
 #include <Autolock.h>
 #include <Box.h>
 #include <Clipboard.h>
+#include <FilePanel.h>
 #include <ListView.h>
 #include <MenuBar.h>
 #include <MenuItem.h>
@@ -202,6 +203,9 @@ GlWindow::MessageReceived(BMessage* msg)
 		case B_REFS_RECEIVED:
 			RefsReceived(msg, 0);
 			break;
+		case kOpenPanel:
+			pvOpenFilePanel();
+			break;
 		case kCloseWindow:
 			PostMessage(B_QUIT_REQUESTED);
 			break;
@@ -244,6 +248,17 @@ GlWindow::pvEditCommand(BMessage* msg)
 		}
 	} else if (BListView* list = dynamic_cast<BListView*>(focus))
 		list->MessageReceived(msg);
+}
+
+// The chosen nodes go to the application, which finds them windows. The panel
+// stays for the life of the program.
+void
+GlWindow::pvOpenFilePanel()
+{
+	BMessage message(B_REFS_RECEIVED);
+	BFilePanel* panel = new BFilePanel(B_OPEN_PANEL, nullptr, nullptr,
+		B_FILE_NODE | B_DIRECTORY_NODE, true, &message, nullptr, false, true);
+	panel->Show();
 }
 
 void

@@ -44,6 +44,7 @@ private:
 	BMenuBar* pvMenuBar() const;
 	BMenu* pvMenu(const char* menuLabel) const;
 	void pvEditCommand(BMessage* msg);
+	void pvOpenFilePanel();
 	bool pvCloseDataWindows();
 	bool pvOtherInspectorsOpen();
 
