@@ -13,7 +13,9 @@ class BClipboard;
 class BMessage;
 
 namespace BPrivate {
+class StyleRuns;
 class TextLayout;
+struct TextStyle;
 }
 
 // One style run: from offset on (up to the next run), text in this font and colour.
@@ -71,9 +73,11 @@ public:
 	virtual void FrameResized(float width, float height);
 	virtual void MakeFocus(bool focus = true);
 	virtual void MessageReceived(BMessage* message);
+	// The view keeps its frame events and pulse.
 	virtual void SetFlags(uint32 flags);
+	// A view that is not stylable takes the font for all its text.
+	virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
 	virtual void GetPreferredSize(float* width, float* height);
-	virtual void ResizeToPreferred();
 
 	// Text.
 	void SetText(const char* text, const text_run_array* runs = NULL);
@@ -199,36 +203,38 @@ protected:
 	bool IsActiveTextView() const;
 
 private:
-	struct Style;
-
 	void pvInit(BRect textRect, const BFont* font, const rgb_color* color);
 	void pvReplaceSelection(const char* text, int32 length);
 	void pvTypeCharacters(const char* bytes, int32 numBytes);
 	void pvMoveCaret(int32 offset, bool extend);
 	void pvKeyMove(uint32 key, uint32 modifiers);
-	int32 pvVerticalTarget(int32 offset, float dy) const;
+	int32 pvVerticalTarget(int32 offset, int32 lines);
+	int32 pvWordBoundary(int32 offset, bool forward) const;
 	void pvBackspace();
 	void pvForwardDelete();
-	bool pvCommandKey(char key);
+	bool pvCommandKey(uint32 key);
 	void pvTrackTo(BPoint where);
+	void pvUnitAt(int32 offset, int32 clicks, int32* outFrom, int32* outTo);
 	int32 pvFitToMax(const char* text, int32 length) const;
-	void pvRelayout(int32 from, int32 removed, int32 added);
-	void pvTextChanged();
+	void pvLayout();
+	void pvTextChanged(int32 from, int32 removed, int32 added);
 	void pvUpdateScrollBars();
-	void pvInvalidateSelection(int32 start, int32 end);
-	void pvInvalidateCaret();
-	void pvShowCaret();
-	void pvDrawLine(int32 line, float left, float right);
+	void pvInvalidateLines(int32 from, int32 to);
+	void pvInvalidateSelection();
+	void pvDrawLine(int32 line, BRect updateRect);
 	void pvDrawSelection(int32 line);
-	BRect pvCaretFrame() const;
+	BRect pvCaretFrame(int32 offset) const;
+	float pvLineLeft(int32 line) const;
+	int32 pvLineAtY(float y) const;
 	uint32 pvCurrentModifiers() const;
-	int32 pvNextCharacter(int32 offset) const;
-	int32 pvPreviousCharacter(int32 offset) const;
-	int32 pvCharacterStart(int32 offset) const;
 	int32 pvPin(int32 offset) const;
-	void pvNotifyChanged();
+	BPrivate::TextStyle pvApplyFont(const BPrivate::TextStyle& style, const BFont* font,
+		uint32 mode, const rgb_color* color);
+	void pvChangeStyles(int32 from, int32 to, const BFont* font, uint32 mode,
+		const rgb_color* color);
 
 	std::string fText;
+	std::unique_ptr<BPrivate::StyleRuns> fStyles;
 	std::unique_ptr<BPrivate::TextLayout> fLayout;
 	BRect fTextRect;
 	int32 fSelStart = 0;
@@ -254,7 +260,7 @@ private:
 	int32 fTrackStart = 0;
 	int32 fTrackEnd = 0;
 	// The style of the next insertion at the caret, when set there.
-	std::unique_ptr<Style> fPendingStyle;
+	std::unique_ptr<BPrivate::TextStyle> fPendingStyle;
 	int32 fPendingOffset = -1;
 };
 
