@@ -7,38 +7,14 @@
 
 #include <WindowTester.h>
 
+#include "AlertScript.h"
 #include "Contact.h"
 #include "GenericAlerts.h"
 
 using BPrivate::AlertInfo;
 using BPrivate::WindowTester;
 
-namespace {
-
 using Buttons = std::vector<std::string>;
-
-// Answers every alert with the next of the given choices and keeps what it saw.
-class AlertScript {
-public:
-	explicit AlertScript(std::vector<int32> answers)
-		: fAnswers(std::move(answers))
-	{
-		WindowTester::SetAlertResponder([this](const AlertInfo& alert) {
-			fSeen.push_back(alert);
-			return fSeen.size() <= fAnswers.size() ? fAnswers[fSeen.size() - 1] : int32(0);
-		});
-	}
-
-	~AlertScript() { WindowTester::SetAlertResponder(nullptr); }
-
-	const std::vector<AlertInfo>& Seen() const { return fSeen; }
-
-private:
-	std::vector<int32> fAnswers;
-	std::vector<AlertInfo> fSeen;
-};
-
-}	// namespace
 
 TEST(GenericAlertsTest, ShowErrorBeepsAndFormatsTheCallersText)
 {
