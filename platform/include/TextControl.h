@@ -46,7 +46,6 @@ public:
 	virtual void WindowActivated(bool active);
 	virtual void GetPreferredSize(float* width, float* height);
 	virtual void ResizeToPreferred();
-	virtual void MessageReceived(BMessage* message);
 	// B_NAVIGABLE belongs to the field, which takes the focus.
 	virtual void SetFlags(uint32 flags);
 
@@ -54,6 +53,7 @@ private:
 	friend class BPrivate::TextInput;
 
 	void pvLayoutField();
+	float pvFieldHeight() const;
 	BRect pvFieldFrame() const;
 	void pvFieldColors();
 

@@ -79,7 +79,8 @@ BTextView::FrameResized(float, float)
 void
 BTextView::MakeFocus(bool focus)
 {
-	if (focus == IsFocus())
+	// Losing the focus is told after the window moved it on.
+	if (focus && IsFocus())
 		return;
 	BView::MakeFocus(focus);
 	fCaretVisible = focus;
