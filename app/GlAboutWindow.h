@@ -5,13 +5,14 @@
 
 class BTextView;
 
-// The small window with the program's name, version and build date. Any
-// click, key or drop closes it; dropped files go on to the application.
+// The small window with the program's name, version and build date, titled
+// "About Vellum". Any click, key or drop closes it; dropped files go on to the
+// application. Its creator shows it.
 class GlAboutWindow : public BWindow {
 public:
 	GlAboutWindow(BRect frame);
 
-	// Any key, reaching the window with no focus view, closes it.
+	// Any key closes the window.
 	void KeyDown(const char* bytes, int32 numBytes);
 	virtual void MessageReceived(BMessage* msg);
 

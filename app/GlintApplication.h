@@ -1,10 +1,13 @@
 #ifndef GLINT_APPLICATION_H
 #define GLINT_APPLICATION_H
 
-#include <cstdio>
+#include <exception>
 
 #include <Application.h>
 #include <Rect.h>
+
+class BrindleFile;
+class GlWindow;
 
 // The application: turns nodes that reach the program into inspector windows,
 // remembers window rectangles in the settings file and shows the about box at
@@ -22,6 +25,11 @@ public:
 
 	GlintApplication();
 	virtual ~GlintApplication();
+
+	// Runs the application; an exception that left a hook of the application
+	// ends the run and is thrown on from here.
+	virtual thread_id Run();
+	virtual void DispatchMessage(BMessage* msg, BHandler* handler);
 
 	virtual void ReadyToRun();
 	virtual void Pulse();
@@ -47,13 +55,15 @@ public:
 	bool RefsWereReceived() const { return fRefsReceived; }
 
 private:
-	bool pvSettingsPath(char* path, size_t length);
-	void pvReadRects(FILE* file, char** line, size_t* capacity);
+	GlWindow* pvWindowShowing(const BrindleFile& file);
 	void pvRememberFrame(int slot, BWindow* window);
+	void pvRememberDataWindows(BrindleFile* file);
 
+	// Slots 0 to 11, then 12 to 27: one run of kSlotCount rectangles.
 	BRect fWindowRects[kSlotCount];
 	int32 fLaunchTime;
 	bool fRefsReceived;
+	std::exception_ptr fLoopFailure;
 };
 
 extern GlintApplication* theApp;

@@ -9,8 +9,8 @@
 // window, writes the drawn window to a PNG file and quits.
 class ScreenshotApplication : public GlintApplication {
 public:
-	// path may be null for an empty window.
-	ScreenshotApplication(const char* output, const entry_ref* node);
+	// path names the node to show; null for an empty window.
+	ScreenshotApplication(const char* output, const char* path);
 
 	virtual void ReadyToRun();
 

@@ -1,6 +1,7 @@
 #include "WindowTester.h"
 
 #include <cstdlib>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -107,8 +108,15 @@ QtKey(uint32 key, uint32 modifiers, int* qtKey, QString* text)
 void
 WindowTester::RunHeadless(const std::function<void()>& body, const char* signature)
 {
+	RunApplicationHeadless([signature] { return new BApplication(signature); }, body);
+}
+
+void
+WindowTester::RunApplicationHeadless(const std::function<BApplication*()>& makeApplication,
+	const std::function<void()>& body)
+{
 	setenv("QT_QPA_PLATFORM", "offscreen", 1);
-	BApplication application(signature);
+	std::unique_ptr<BApplication> application(makeApplication());
 	std::thread worker([&body] {
 		// The body finds the display server serving, as a running program would.
 		DisplayServer::Default().Sync();
@@ -122,7 +130,7 @@ WindowTester::RunHeadless(const std::function<void()>& body, const char* signatu
 		}
 		be_app_messenger.SendMessage(B_QUIT_REQUESTED);
 	});
-	application.Run();
+	application->Run();
 	worker.join();
 }
 
@@ -151,6 +159,12 @@ int32
 WindowTester::CountBeeps()
 {
 	return DisplayServer::Default().CountBeeps();
+}
+
+void
+WindowTester::HoldModifiers(uint32 modifiers)
+{
+	NoteModifiers(modifiers);
 }
 
 WindowTester::WindowTester(BWindow* window)

@@ -10,6 +10,7 @@
 #include <Messenger.h>
 #include <Rect.h>
 
+class BApplication;
 class BWindow;
 class QString;
 
@@ -34,6 +35,11 @@ public:
 	// application quits.
 	static void RunHeadless(const std::function<void()>& body,
 		const char* signature = "application/x-vnd.Vellum-Test");
+	// The same with an application of the test's own: makeApplication builds it
+	// in the calling thread once the offscreen platform is chosen; it is
+	// deleted after it has run.
+	static void RunApplicationHeadless(const std::function<BApplication*()>& makeApplication,
+		const std::function<void()>& body);
 
 	// While a responder is set, every BAlert::Go() hands it the alert instead of
 	// showing it and takes the button index it returns; an empty function ends
@@ -43,6 +49,9 @@ public:
 	static bool AnswerAlert(const AlertInfo& alert, int32* index);
 	// How often the display's bell has been asked for.
 	static int32 CountBeeps();
+	// What modifiers() answers until the next input reaches a window, as if
+	// these keys were held.
+	static void HoldModifiers(uint32 modifiers);
 
 	explicit WindowTester(BWindow* window);
 
