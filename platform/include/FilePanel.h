@@ -42,7 +42,8 @@ public:
 // nodeFlavors (B_FILE_NODE, B_DIRECTORY_NODE, B_SYMLINK_NODE; 0 is files) says
 // which entries may be chosen; a link counts as what it points to as well.
 // Folders can always be entered. A panel that chooses folders answers with the
-// open folder when nothing is selected.
+// open folder when nothing is selected. The folder field above the list takes
+// a typed path (from the open folder, or from the home folder with "~").
 class BFilePanel {
 public:
 	BFilePanel(file_panel_mode mode = B_OPEN_PANEL, BMessenger* target = NULL,
@@ -73,6 +74,8 @@ public:
 	// The panel copies the message; NULL restores the default one.
 	void SetMessage(BMessage* message);
 	void SetRefFilter(BRefFilter* filter);
+	// The name a save panel offers.
+	void SetSaveText(const char* text);
 	void SetButtonLabel(file_panel_button button, const char* label);
 	void SetHideWhenDone(bool hideWhenDone);
 	void SetPanelDirectory(const entry_ref* ref);

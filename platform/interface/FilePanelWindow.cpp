@@ -15,6 +15,8 @@
 #include <NodeInfo.h>
 #include <Roster.h>
 #include <ScrollView.h>
+#include <TextControl.h>
+#include <TextView.h>
 
 #include "FilePanelItem.h"
 
@@ -27,6 +29,8 @@ const uint32 kConfirm = 'fpOK';
 const uint32 kCancel = 'fpCa';
 const uint32 kSelected = 'fpSl';
 const uint32 kInvoked = 'fpIv';
+const uint32 kPathTyped = 'fpPt';
+const uint32 kNameChanged = 'fpNm';
 
 const float kMargin = 8;
 const float kSpacing = 10;
@@ -99,6 +103,40 @@ FilePanelWindow::pvBuildViews(bool multipleSelection)
 	fUpButton->ResizeTo(50, fUpButton->Bounds().Height());
 	background->AddChild(fUpButton);
 
+	BRect up = fUpButton->Frame();
+	fPathField = new BTextControl(BRect(up.right + kSpacing, up.top, bounds.right - kMargin,
+		up.bottom), "path", NULL, fPath.c_str(), new BMessage(kPathTyped),
+		B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
+	float height;
+	fPathField->GetPreferredSize(NULL, &height);
+	fPathField->ResizeTo(fPathField->Bounds().Width(), height);
+	fPathField->MoveBy(0, std::floor((up.Height() - height) / 2));
+	background->AddChild(fPathField);
+
+	pvBuildButtons(background);
+	if (fMode == B_SAVE_PANEL)
+		pvBuildNameField(background);
+
+	float top = up.bottom + kMargin + 2;
+	float bottom = (fNameField != nullptr ? fNameField->Frame().top : fDefaultButton->Frame().top)
+		- kMargin - 2;
+	fList = new BListView(BRect(kMargin + 2, top, bounds.right - kMargin - 2
+		- B_V_SCROLL_BAR_WIDTH, bottom), "entries",
+		multipleSelection ? B_MULTIPLE_SELECTION_LIST : B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL);
+	fList->SetSelectionMessage(new BMessage(kSelected));
+	fList->SetInvocationMessage(new BMessage(kInvoked));
+	background->AddChild(new BScrollView("scroller", fList, B_FOLLOW_ALL, 0, false, true));
+	if (fNameField != nullptr)
+		fNameField->MakeFocus();
+	else
+		fList->MakeFocus();
+}
+
+// Cancel and the default button at the bottom right.
+void
+FilePanelWindow::pvBuildButtons(BView* background)
+{
+	BRect bounds = Bounds();
 	fDefaultButton = new BButton(BRect(0, 0, 80, 20), "default",
 		fMode == B_SAVE_PANEL ? "Save" : "Open", new BMessage(kConfirm),
 		B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM);
@@ -118,16 +156,23 @@ FilePanelWindow::pvBuildViews(bool multipleSelection)
 	fCancelButton->MoveTo(defaultFrame.left - kSpacing - cancel.Width(),
 		std::floor(defaultFrame.top + (defaultFrame.Height() - cancel.Height()) / 2));
 	background->AddChild(fCancelButton);
+}
 
-	float top = fUpButton->Frame().bottom + kMargin + 2;
-	float bottom = fDefaultButton->Frame().top - kMargin - 2;
-	fList = new BListView(BRect(kMargin + 2, top, bounds.right - kMargin - 2
-		- B_V_SCROLL_BAR_WIDTH, bottom), "entries",
-		multipleSelection ? B_MULTIPLE_SELECTION_LIST : B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL);
-	fList->SetSelectionMessage(new BMessage(kSelected));
-	fList->SetInvocationMessage(new BMessage(kInvoked));
-	background->AddChild(new BScrollView("scroller", fList, B_FOLLOW_ALL, 0, false, true));
-	fList->MakeFocus();
+// The name to save under, in a row of its own above the buttons.
+void
+FilePanelWindow::pvBuildNameField(BView* background)
+{
+	BRect bounds = Bounds();
+	float bottom = fDefaultButton->Frame().top - kMargin;
+	fNameField = new BTextControl(BRect(kMargin, bottom - 20, bounds.right - kMargin, bottom),
+		"name", "Name:", "", NULL, B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+	fNameField->SetModificationMessage(new BMessage(kNameChanged));
+	fNameField->SetDivider(fNameField->StringWidth("Name:") + 8);
+	float height;
+	fNameField->GetPreferredSize(NULL, &height);
+	fNameField->ResizeTo(fNameField->Bounds().Width(), height);
+	fNameField->MoveTo(kMargin, bottom - height);
+	background->AddChild(fNameField);
 }
 
 // #pragma mark - hooks
@@ -144,6 +189,12 @@ FilePanelWindow::MessageReceived(BMessage* message)
 			break;
 		case kInvoked:
 			pvInvoked();
+			break;
+		case kPathTyped:
+			pvGoToTyped();
+			break;
+		case kNameChanged:
+			pvUpdateButtons();
 			break;
 		case kConfirm:
 			pvConfirm();
@@ -208,6 +259,13 @@ FilePanelWindow::SetRefFilter(BRefFilter* filter)
 }
 
 void
+FilePanelWindow::SetSaveText(const char* text)
+{
+	if (fNameField != nullptr)
+		fNameField->SetText(text);
+}
+
+void
 FilePanelWindow::SetButtonLabel(file_panel_button button, const char* label)
 {
 	(button == B_CANCEL_BUTTON ? fCancelButton : fDefaultButton)->SetLabel(label);
@@ -266,6 +324,7 @@ FilePanelWindow::pvFillList()
 	items.SortItems(&FilePanelItem::Compare);
 	fList->AddList(&items);
 	fList->ScrollTo(0, 0);
+	fPathField->SetText(fPath.c_str());
 	fUpButton->SetEnabled(fPath != "/");
 	pvUpdateButtons();
 }
@@ -369,9 +428,39 @@ FilePanelWindow::pvUp()
 	pvSelectName(leaf.c_str());
 }
 
+// A folder's path opens it; any other path opens its folder and selects its
+// entry there (a save panel takes it as the name). "~" is the home folder.
+void
+FilePanelWindow::pvGoToTyped()
+{
+	std::string typed = fPathField->Text();
+	const char* home = getenv("HOME");
+	if (home != nullptr && (typed == "~" || typed.rfind("~/", 0) == 0))
+		typed = home + typed.substr(1);
+	std::filesystem::path path(typed);
+	if (path.is_relative())
+		path = std::filesystem::path(fPath) / path;
+	path = path.lexically_normal();
+	if (path == std::filesystem::path(fPath) || SetDirectory(path.string()) == B_OK)
+		return;
+	std::string leaf = path.filename().string();
+	if (leaf.empty() || SetDirectory(path.parent_path().string()) != B_OK) {
+		// The typed path stays for the user to correct.
+		beep();
+		return;
+	}
+	pvSelectName(leaf.c_str());
+	if (fNameField != nullptr)
+		fNameField->SetText(leaf.c_str());
+}
+
 void
 FilePanelWindow::pvSelectionChanged()
 {
+	// A save panel offers the name of the file clicked.
+	FilePanelItem* item = pvItemAt(fList->CurrentSelection());
+	if (fNameField != nullptr && item != nullptr && !item->IsFolder())
+		fNameField->SetText(item->Ref().name);
 	pvUpdateButtons();
 	fPanel->SelectionChanged();
 }
@@ -379,6 +468,10 @@ FilePanelWindow::pvSelectionChanged()
 void
 FilePanelWindow::pvUpdateButtons()
 {
+	if (fNameField != nullptr) {
+		fDefaultButton->SetEnabled(fNameField->Text()[0] != '\0' || pvSelectedFolder() != nullptr);
+		return;
+	}
 	bool choosable = pvChoosesFolders();
 	for (int32 i = 0, index; !choosable && (index = fList->CurrentSelection(i)) >= 0; i++)
 		choosable = pvItemAt(index)->IsFolder() || pvAccepts(pvItemAt(index));
@@ -397,6 +490,10 @@ FilePanelWindow::pvInvoked()
 bool
 FilePanelWindow::pvEnterKey()
 {
+	if (CurrentFocus() == fPathField->TextView()) {
+		pvGoToTyped();
+		return true;
+	}
 	const FilePanelItem* folder = pvSelectedFolder();
 	if (CurrentFocus() != fList || folder == nullptr)
 		return false;
@@ -407,6 +504,10 @@ FilePanelWindow::pvEnterKey()
 void
 FilePanelWindow::pvConfirm()
 {
+	if (fMode == B_SAVE_PANEL) {
+		pvSave();
+		return;
+	}
 	// A folder that cannot be chosen is entered instead.
 	const FilePanelItem* folder = pvSelectedFolder();
 	if (folder != nullptr && !pvAccepts(folder)) {
@@ -425,6 +526,26 @@ FilePanelWindow::pvConfirm()
 		beep();
 		return;
 	}
+	pvAnswer(&message);
+}
+
+void
+FilePanelWindow::pvSave()
+{
+	// A selected folder is entered rather than saved into.
+	if (const FilePanelItem* folder = pvSelectedFolder()) {
+		pvEnter(folder);
+		return;
+	}
+	const char* name = fNameField->Text();
+	entry_ref directory;
+	if (name[0] == '\0' || strchr(name, '/') != nullptr || GetDirectory(&directory) != B_OK) {
+		beep();
+		return;
+	}
+	BMessage message(fMessage != nullptr ? *fMessage : BMessage(B_SAVE_REQUESTED));
+	message.AddRef("directory", &directory);
+	message.AddString("name", name);
 	pvAnswer(&message);
 }
 

@@ -9,13 +9,15 @@
 
 class BButton;
 class BListView;
+class BTextControl;
 
 namespace BPrivate {
 
 class FilePanelItem;
 
-// The window of a BFilePanel: an Up button above the list of the open
-// folder's entries (folders first), Cancel and the default button below.
+// The window of a BFilePanel: an Up button and the open folder's path above
+// the list of its entries (folders first), the name to save under (in a save
+// panel), Cancel and the default button below.
 // Escape, Cancel and the close box hide it without an answer. Its settings are
 // read and changed with the window locked.
 class FilePanelWindow : public BWindow {
@@ -38,6 +40,7 @@ public:
 	bool HidesWhenDone() const { return fHideWhenDone; }
 	void SetHideWhenDone(bool hide) { fHideWhenDone = hide; }
 	void SetButtonLabel(file_panel_button button, const char* label);
+	void SetSaveText(const char* text);
 
 	// Opens the folder at path (relative to the open folder); a path that is
 	// not a readable folder leaves everything as it was and gives its error.
@@ -51,6 +54,8 @@ public:
 
 private:
 	void pvBuildViews(bool multipleSelection);
+	void pvBuildButtons(BView* background);
+	void pvBuildNameField(BView* background);
 	void pvListIfShowing();
 	void pvFillList();
 	void pvEmptyList();
@@ -63,10 +68,12 @@ private:
 	void pvSelectName(const char* name);
 	void pvEnter(const FilePanelItem* folder);
 	void pvUp();
+	void pvGoToTyped();
 	void pvSelectionChanged();
 	void pvUpdateButtons();
 	void pvInvoked();
 	void pvConfirm();
+	void pvSave();
 	void pvAnswer(BMessage* message);
 	void pvCancel();
 	bool pvEnterKey();
@@ -81,7 +88,9 @@ private:
 	std::string fPath;
 
 	BButton* fUpButton = nullptr;
+	BTextControl* fPathField = nullptr;
 	BListView* fList = nullptr;
+	BTextControl* fNameField = nullptr;
 	BButton* fCancelButton = nullptr;
 	BButton* fDefaultButton = nullptr;
 };

@@ -150,6 +150,13 @@ BFilePanel::SetRefFilter(BRefFilter* filter)
 }
 
 void
+BFilePanel::SetSaveText(const char* text)
+{
+	if (LockedWindow window{pvLock()})
+		window->SetSaveText(text);
+}
+
+void
 BFilePanel::SetButtonLabel(file_panel_button button, const char* label)
 {
 	if (LockedWindow window{pvLock()})

@@ -18,6 +18,7 @@
 #include <Looper.h>
 #include <MessageFilter.h>
 #include <Path.h>
+#include <TextControl.h>
 #include <Window.h>
 #include <WindowTester.h>
 
@@ -195,6 +196,39 @@ ViewPoint(BWindow* window, const char* name)
 		window->Unlock();
 	}
 	return point;
+}
+
+// Replaces the text of the text control named name by text, and presses Enter.
+void
+TypeInto(WindowTester& tester, BWindow* window, const char* name, const std::string& text)
+{
+	tester.Click(ViewPoint(window, name));
+	tester.TypeKey('a', B_COMMAND_KEY);
+	if (text.empty())
+		tester.TypeKey(B_BACKSPACE);
+	else
+		tester.TypeText(text.c_str());
+	tester.TypeKey(B_ENTER);
+}
+
+std::string
+FieldText(BWindow* window, const char* name)
+{
+	if (!window->Lock())
+		return "not locked";
+	std::string text = dynamic_cast<BTextControl*>(window->FindView(name))->Text();
+	window->Unlock();
+	return text;
+}
+
+bool
+IsEnabled(BWindow* window, const char* name)
+{
+	if (!window->Lock())
+		return false;
+	bool enabled = dynamic_cast<BControl*>(window->FindView(name))->IsEnabled();
+	window->Unlock();
+	return enabled;
 }
 
 void
@@ -438,5 +472,93 @@ TEST(FilePanelTest, AFolderPanelChoosesTheSelectedOrTheOpenFolder)
 		tester.Click(ViewPoint(window, "default"));
 		ASSERT_TRUE(recorder.WaitFor(2));
 		EXPECT_EQ(folder.Path("beta") + "|", RefPaths(recorder.Messages()[1]));
+	});
+}
+
+TEST(FilePanelTest, TheFolderFieldShowsTheFolderAndTakesATypedPath)
+{
+	WithPanel(0, true, [](const TempFolder& folder, CountingPanel& panel,
+		WindowTester& tester, Recorder& recorder, BLooper* target) {
+		BWindow* window = panel.Window();
+		EXPECT_EQ(folder.Root(), FieldText(window, "path"));
+		TypeInto(tester, window, "path", "beta");
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ("deep|", Rows(window));
+		EXPECT_EQ(folder.Path("beta"), FieldText(window, "path"));
+
+		// A file's path opens its folder with the file selected.
+		TypeInto(tester, window, "path", folder.Path("b.txt"));
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(folder.Root(), FieldText(window, "path"));
+		EXPECT_EQ("b.txt|", Selection(window));
+
+		// A path that leads nowhere beeps and stays to be corrected.
+		int32 beeps = WindowTester::CountBeeps();
+		TypeInto(tester, window, "path", "/no/such/folder");
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(beeps + 1, WindowTester::CountBeeps());
+		EXPECT_EQ("/no/such/folder", FieldText(window, "path"));
+		EXPECT_EQ("Alpha|beta|link-to-alpha|a.txt|b.txt|C.txt|link-to-file|", Rows(window));
+
+		const char* home = getenv("HOME");
+		if (home != nullptr && BEntry(home).IsDirectory()) {
+			TypeInto(tester, window, "path", "~");
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_EQ(BPath(home).Path(), FieldText(window, "path"));
+		}
+		Flush(target);
+		EXPECT_TRUE(recorder.Messages().empty());
+		EXPECT_TRUE(panel.IsShowing());
+	});
+}
+
+TEST(FilePanelTest, ASavePanelSendsTheFolderAndTheName)
+{
+	WindowTester::RunHeadless([] {
+		TempFolder folder;
+		MakeEntries(folder);
+		Recorder recorder;
+		TargetLooper* target = new TargetLooper(&recorder);
+		target->Run();
+		{
+			BMessenger messenger(target);
+			BFilePanel panel(B_SAVE_PANEL, &messenger);
+			panel.SetPanelDirectory(folder.Root().c_str());
+			panel.SetSaveText("draft");
+			panel.Show();
+			BWindow* window = panel.Window();
+			WindowTester tester(window);
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_EQ(std::string("test_platform_interface: Save"), window->Title());
+			EXPECT_EQ("draft", FieldText(window, "name"));
+
+			// A file clicked gives its name; a folder is entered by Save.
+			tester.Click(RowPoint(window, "b.txt"));
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_EQ("b.txt", FieldText(window, "name"));
+			tester.Click(RowPoint(window, "beta"));
+			tester.Click(ViewPoint(window, "default"));
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_EQ("deep|", Rows(window));
+
+			// Without a name there is nothing to save.
+			TypeInto(tester, window, "name", "");
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_FALSE(IsEnabled(window, "default"));
+			EXPECT_TRUE(panel.IsShowing());
+
+			TypeInto(tester, window, "name", "new file");
+			ASSERT_TRUE(recorder.WaitFor(1));
+			BMessage answer = recorder.Messages()[0];
+			EXPECT_EQ(uint32(B_SAVE_REQUESTED), answer.what);
+			entry_ref directory;
+			ASSERT_EQ(B_OK, answer.FindRef("directory", &directory));
+			EXPECT_EQ(folder.Path("beta"), PathOf(directory));
+			EXPECT_STREQ("new file", answer.GetString("name", ""));
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_FALSE(panel.IsShowing());
+		}
+		target->Lock();
+		target->Quit();
 	});
 }
