@@ -1,21 +1,32 @@
-// A window of the interface kit's simple controls: a box, string views,
-// buttons and radio buttons. With --screenshot FILE.png it renders the window
+// A window of the interface kit's controls: a menu bar with an Edit menu for
+// the focused text view, a box of radio buttons and buttons, a text control, a
+// text view, a list of 10,000 rows, an alert and a file panel. With --screenshot FILE.png it renders the window
 // headless to FILE.png and quits.
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include <Alert.h>
 #include <Application.h>
 #include <Bitmap.h>
 #include <Box.h>
 #include <Button.h>
+#include <Clipboard.h>
+#include <FilePanel.h>
+#include <ListView.h>
+#include <MenuBar.h>
+#include <MenuItem.h>
 #include <Node.h>
-#include <Path.h>
 #include <NodeInfo.h>
+#include <Path.h>
 #include <RadioButton.h>
+#include <ScrollView.h>
 #include <StringView.h>
+#include <TextControl.h>
+#include <TextView.h>
 #include <Window.h>
 #include <WindowTester.h>
 
@@ -23,6 +34,11 @@ namespace {
 
 const uint32 kSizeChosen = 'Size';
 const uint32 kApply = 'Aply';
+const uint32 kOpen = 'Open';
+const uint32 kPathChosen = 'Path';
+const uint32 kShowAlert = 'Alrt';
+const uint32 kAlertAnswered = 'AlrA';
+const int32 kRowCount = 10000;
 
 // The icon of a node, as the file manager shows it.
 class NodeIconView : public BView {
@@ -61,13 +77,106 @@ public:
 	DemoWindow(BRect frame)
 		: BWindow(frame, "Interface kit demo", B_TITLED_WINDOW, B_NOT_ZOOMABLE)
 	{
-		BView* background = new BView(Bounds(), "Background", B_FOLLOW_ALL, B_WILL_DRAW);
+		BMenuBar* bar = pvBuildMenuBar();
+		AddChild(bar);
+		BRect bounds = Bounds();
+		BView* background = new BView(BRect(0, bar->Frame().bottom + 1, bounds.right,
+			bounds.bottom), "Background", B_FOLLOW_ALL, B_WILL_DRAW);
 		background->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
 		AddChild(background);
 
-		BBox* box = new BBox(Bounds().InsetByCopy(10, 10), "Box", B_FOLLOW_ALL);
+		BRect area = background->Bounds().InsetByCopy(10, 10);
+		float middle = std::floor(area.left + area.Width() / 2);
+		pvBuildPictureBox(background, BRect(area.left, area.top, middle - 5, area.top + 199));
+		pvBuildTextViews(background,
+			BRect(area.left, area.top + 209, middle - 5, area.bottom));
+		pvBuildList(background, BRect(middle + 5, area.top, area.right, area.bottom));
+	}
+
+	~DemoWindow() override
+	{
+		delete fPanel;
+	}
+
+	void MessageReceived(BMessage* message) override
+	{
+		switch (message->what) {
+			case kSizeChosen: {
+				const char* names[] = {"Small", "Large", "Huge"};
+				int32 size = 0;
+				message->FindInt32("size", &size);
+				fStatus->SetText((std::string(names[size % 3]) + " pictures are chosen.").c_str());
+				break;
+			}
+			case kApply:
+				fStatus->SetText("Applied.");
+				break;
+			case B_CUT:
+			case B_COPY:
+			case B_PASTE:
+			case B_SELECT_ALL:
+				pvEdit(message->what);
+				break;
+			case kOpen:
+				pvShowPanel();
+				break;
+			case kPathChosen:
+				pvTakePath(message);
+				break;
+			case kShowAlert:
+				(new BAlert("Demo", "An alert with an icon, its text wrapped to the width "
+					"of the window, and two buttons.", "Cancel", "OK", NULL,
+					B_WIDTH_AS_USUAL, B_WARNING_ALERT))->Go(
+					new BInvoker(new BMessage(kAlertAnswered), this));
+				break;
+			case kAlertAnswered: {
+				int32 which = -1;
+				message->FindInt32("which", &which);
+				fStatus->SetText(which == 1 ? "The alert said OK." : "The alert was cancelled.");
+				break;
+			}
+			default:
+				BWindow::MessageReceived(message);
+				break;
+		}
+	}
+
+	bool QuitRequested() override
+	{
+		be_app->PostMessage(B_QUIT_REQUESTED);
+		return true;
+	}
+
+private:
+	BMenuBar* pvBuildMenuBar()
+	{
+		BMenuBar* bar = new BMenuBar(BRect(0, 0, Bounds().right, 10), "Menu bar");
+		BMenu* file = new BMenu("File");
+		file->AddItem(new BMenuItem("Open...", new BMessage(kOpen), 'O'));
+		file->AddItem(new BMenuItem("Show alert...", new BMessage(kShowAlert)));
+		file->AddSeparatorItem();
+		BMenuItem* quit = new BMenuItem("Quit", new BMessage(B_QUIT_REQUESTED), 'Q');
+		quit->SetTarget(be_app);
+		file->AddItem(quit);
+		bar->AddItem(file);
+
+		// Without a target the items reach the window, which hands them to the
+		// text view that has the focus.
+		BMenu* edit = new BMenu("Edit");
+		edit->AddItem(new BMenuItem("Cut", new BMessage(B_CUT), 'X'));
+		edit->AddItem(new BMenuItem("Copy", new BMessage(B_COPY), 'C'));
+		edit->AddItem(new BMenuItem("Paste", new BMessage(B_PASTE), 'V'));
+		edit->AddSeparatorItem();
+		edit->AddItem(new BMenuItem("Select all", new BMessage(B_SELECT_ALL), 'A'));
+		bar->AddItem(edit);
+		return bar;
+	}
+
+	void pvBuildPictureBox(BView* parent, BRect frame)
+	{
+		BBox* box = new BBox(frame, "Box");
 		box->SetLabel("Picture size");
-		background->AddChild(box);
+		parent->AddChild(box);
 
 		BStringView* title = new BStringView(BRect(14, 22, 300, 38), "Title",
 			"Choose the size of the picture:");
@@ -86,7 +195,7 @@ public:
 			top += 22;
 		}
 
-		fStatus = new BStringView(BRect(14, top + 8, 300, top + 24), "Status",
+		fStatus = new BStringView(BRect(14, top + 8, frame.Width() - 14, top + 24), "Status",
 			"Large pictures are chosen.");
 		fStatus->SetHighColor(tint_color(ui_color(B_PANEL_BACKGROUND_COLOR),
 			B_DARKEN_4_TINT));
@@ -113,36 +222,84 @@ public:
 		cancel->MoveTo(apply->Frame().left - cancel->Bounds().Width() - 10,
 			interior.bottom - cancel->Bounds().Height() - 15);
 		box->AddChild(cancel);
-		cancel->MakeFocus(true);
 	}
 
-	void MessageReceived(BMessage* message) override
+	// A one-line field for a path above a text view of several lines.
+	void pvBuildTextViews(BView* parent, BRect frame)
 	{
-		switch (message->what) {
-			case kSizeChosen: {
-				const char* names[] = {"Small", "Large", "Huge"};
-				int32 size = 0;
-				message->FindInt32("size", &size);
-				fStatus->SetText((std::string(names[size % 3]) + " pictures are chosen.").c_str());
+		fPathField = new BTextControl(BRect(frame.left, frame.top, frame.right, frame.top + 20),
+			"Path", "Path:", "", NULL, B_FOLLOW_LEFT | B_FOLLOW_TOP);
+		fPathField->SetDivider(fPathField->StringWidth("Path:") + 8);
+		parent->AddChild(fPathField);
+		fPathField->MakeFocus(true);
+
+		BRect textFrame(frame.left + 2, fPathField->Frame().bottom + 12,
+			frame.right - 2 - B_V_SCROLL_BAR_WIDTH, frame.bottom - 2);
+		BRect textRect = textFrame.OffsetToCopy(0, 0).InsetByCopy(4, 4);
+		BTextView* text = new BTextView(textFrame, "Notes", textRect, B_FOLLOW_TOP_BOTTOM);
+		text->SetWordWrap(true);
+		text->SetText("Select text here or in the path field and use the Edit menu: Cut, "
+			"Copy, Paste and Select all work on the text view that has the focus.\n\n"
+			"File > Open... chooses a file with the file panel and puts its "
+			"path into the field above.");
+		parent->AddChild(new BScrollView("Notes scroller", text, B_FOLLOW_TOP_BOTTOM, 0,
+			false, true));
+	}
+
+	void pvBuildList(BView* parent, BRect frame)
+	{
+		BListView* list = new BListView(BRect(frame.left + 2, frame.top + 2,
+			frame.right - 2 - B_V_SCROLL_BAR_WIDTH, frame.bottom - 2), "Rows",
+			B_MULTIPLE_SELECTION_LIST, B_FOLLOW_ALL);
+		BList rows;
+		for (int32 i = 1; i <= kRowCount; i++)
+			rows.AddItem(new BStringItem(("Row " + std::to_string(i)).c_str()));
+		list->AddList(&rows);
+		parent->AddChild(new BScrollView("Rows scroller", list, B_FOLLOW_ALL, 0, false, true));
+	}
+
+	void pvEdit(uint32 command)
+	{
+		BTextView* text = dynamic_cast<BTextView*>(CurrentFocus());
+		if (text == nullptr)
+			return;
+		switch (command) {
+			case B_CUT:
+				text->Cut(be_clipboard);
 				break;
-			}
-			case kApply:
-				fStatus->SetText("Applied.");
+			case B_COPY:
+				text->Copy(be_clipboard);
 				break;
-			default:
-				BWindow::MessageReceived(message);
+			case B_PASTE:
+				text->Paste(be_clipboard);
+				break;
+			case B_SELECT_ALL:
+				text->SelectAll();
 				break;
 		}
 	}
 
-	bool QuitRequested() override
+	void pvShowPanel()
 	{
-		be_app->PostMessage(B_QUIT_REQUESTED);
-		return true;
+		if (fPanel == nullptr) {
+			BMessenger self(this);
+			fPanel = new BFilePanel(B_OPEN_PANEL, &self, NULL, B_FILE_NODE | B_DIRECTORY_NODE,
+				false, new BMessage(kPathChosen));
+		}
+		fPanel->Show();
 	}
 
-private:
+	void pvTakePath(BMessage* message)
+	{
+		entry_ref ref;
+		BPath path;
+		if (message->FindRef("refs", &ref) == B_OK && path.SetTo(&ref) == B_OK)
+			fPathField->SetText(path.Path());
+	}
+
 	BStringView* fStatus;
+	BTextControl* fPathField;
+	BFilePanel* fPanel = nullptr;
 };
 
 class DemoApp : public BApplication {
@@ -155,7 +312,7 @@ public:
 
 	void ReadyToRun() override
 	{
-		DemoWindow* window = new DemoWindow(BRect(100, 100, 439, 309));
+		DemoWindow* window = new DemoWindow(BRect(100, 100, 779, 579));
 		window->Show();
 		if (!fScreenshot.empty()) {
 			thread_id thread = spawn_thread(&DemoApp::pvSaveScreenshot, "screenshot",
