@@ -283,8 +283,9 @@ private:
 	{
 		if (fPanel == nullptr) {
 			BMessenger self(this);
+			BMessage message(kPathChosen);
 			fPanel = new BFilePanel(B_OPEN_PANEL, &self, NULL, B_FILE_NODE | B_DIRECTORY_NODE,
-				false, new BMessage(kPathChosen));
+				false, &message);
 		}
 		fPanel->Show();
 	}

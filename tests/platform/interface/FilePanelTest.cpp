@@ -373,7 +373,8 @@ TEST(FilePanelTest, OpenSendsTheChosenRefsToTheTargetAndHides)
 
 		// Shown again, a double click on a file answers with it, and a link is
 		// sent as the link itself.
-		panel.SetMessage(new BMessage('Pick'));
+		BMessage pick('Pick');
+		panel.SetMessage(&pick);
 		panel.Show();
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		DoubleClick(tester, RowPoint(window, "link-to-file"));
