@@ -17,6 +17,7 @@
 #include <ListView.h>
 #include <Looper.h>
 #include <MessageFilter.h>
+#include <Node.h>
 #include <Path.h>
 #include <TextControl.h>
 #include <Window.h>
@@ -561,5 +562,42 @@ TEST(FilePanelTest, ASavePanelSendsTheFolderAndTheName)
 		}
 		target->Lock();
 		target->Quit();
+	});
+}
+
+namespace {
+
+// Leaves out the names ending in ".txt", and notes whether each entry came
+// with its node and the link's own status.
+class NoTextFiles : public BRefFilter {
+public:
+	bool Filter(const entry_ref* ref, BNode* node, struct stat* st, const char*) override
+	{
+		std::string name = ref->name;
+		if (node->InitCheck() != B_OK)
+			problems += "no node for " + name + "|";
+		if (name.rfind("link-", 0) == 0 && !S_ISLNK(st->st_mode))
+			problems += "followed " + name + "|";
+		return name.size() < 4 || name.substr(name.size() - 4) != ".txt";
+	}
+
+	std::string problems;
+};
+
+}	// namespace
+
+TEST(FilePanelTest, ARefFilterLeavesEntriesOut)
+{
+	WithPanel(0, true, [](const TempFolder&, CountingPanel& panel, WindowTester& tester,
+		Recorder&, BLooper*) {
+		NoTextFiles filter;
+		panel.SetRefFilter(&filter);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(&filter, panel.RefFilter());
+		EXPECT_EQ("Alpha|beta|link-to-alpha|link-to-file|", Rows(panel.Window()));
+		EXPECT_EQ("", filter.problems);
+		panel.SetRefFilter(nullptr);
+		EXPECT_EQ("Alpha|beta|link-to-alpha|a.txt|b.txt|C.txt|link-to-file|",
+			Rows(panel.Window()));
 	});
 }
