@@ -217,8 +217,12 @@ FilePanelWindow::DispatchMessage(BMessage* message, BHandler* handler)
 			pvCancel();
 			return;
 		}
-		if (bytes[0] == B_ENTER && pvEnterKey())
-			return;
+		if (bytes[0] == B_ENTER) {
+			// The name's modification messages may still wait behind this key.
+			pvUpdateButtons();
+			if (pvEnterKey())
+				return;
+		}
 	}
 	// The close box and Command-W hide the panel; it lives until it is deleted.
 	if (message->what == B_QUIT_REQUESTED && handler == this) {
