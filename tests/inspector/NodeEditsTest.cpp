@@ -1,0 +1,482 @@
+// Edits of the inspected node from the fields of the info panel: each one
+// confirmed, cancelled and refused, answered through the alert responder.
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utime.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <Application.h>
+#include <Control.h>
+#include <Entry.h>
+#include <Message.h>
+#include <Messenger.h>
+#include <TextControl.h>
+#include <TextView.h>
+#include <Window.h>
+#include <WindowTester.h>
+
+#include "BrindleFile.h"
+#include "Formatting.h"
+#include "GlintView.h"
+#include "StatusError.h"
+#include "app/AlertScript.h"
+#include "platform/storage/TempFolder.h"
+
+using BPrivate::AlertInfo;
+using BPrivate::WindowTester;
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const time_t kOldDate = 1000000000;
+const time_t kNewDate = 1100000000;
+
+std::string
+Confirmation(const std::string& property, const std::string& name, const std::string& value)
+{
+	return "Change the " + property + " of \n   " + name + " to \n   \"" + value + "\"?";
+}
+
+off_t
+SizeOf(const std::string& path)
+{
+	struct stat st;
+	return lstat(path.c_str(), &st) == 0 ? st.st_size : -1;
+}
+
+time_t
+DateOf(const std::string& path)
+{
+	struct stat st;
+	return lstat(path.c_str(), &st) == 0 ? st.st_mtime : -1;
+}
+
+std::string
+LinkTarget(const std::string& path)
+{
+	char buffer[1024];
+	ssize_t length = readlink(path.c_str(), buffer, sizeof(buffer));
+	return length >= 0 ? std::string(buffer, static_cast<size_t>(length)) : std::string();
+}
+
+bool
+Exists(const std::string& path)
+{
+	return access(path.c_str(), F_OK) == 0;
+}
+
+// An info panel in a window of its own, showing one node.
+class Panel {
+public:
+	explicit Panel(const std::string& path)
+		: fWindow(new BWindow(BRect(100, 100, 699, 499), "Vellum", B_TITLED_WINDOW, 0)),
+		  fView(new GlintView(fWindow->Bounds()))
+	{
+		fWindow->AddChild(fView);
+		fWindow->Show();
+		fTester = std::make_unique<WindowTester>(fWindow);
+		Send(RefsMessage('DATA', path));
+	}
+
+	~Panel()
+	{
+		if (fWindow->Lock())
+			fWindow->Quit();
+	}
+
+	GlintView* View() const { return fView; }
+	BWindow* Window() const { return fWindow; }
+	WindowTester& Tester() { return *fTester; }
+
+	void Send(BMessage message)
+	{
+		BMessenger(fView).SendMessage(&message);
+		EXPECT_EQ(B_OK, fTester->WaitForIdle());
+	}
+
+	// The field sends its text, as after the user typed it and pressed Enter.
+	void Commit(const char* field, const std::string& text)
+	{
+		BControl* control = SetField(field, text);
+		BMessage changed('Chgd');
+		changed.AddPointer("source", control);
+		changed.AddInt32("be:value", 0);
+		Send(changed);
+	}
+
+	BControl* SetField(const char* field, const std::string& text)
+	{
+		fWindow->Lock();
+		BTextControl* control = Control(field);
+		control->SetText(text.c_str());
+		fWindow->Unlock();
+		return control;
+	}
+
+	std::string Field(const char* field)
+	{
+		fWindow->Lock();
+		std::string text = Control(field)->Text();
+		fWindow->Unlock();
+		return text;
+	}
+
+	// Types text over the whole of the field and presses Enter.
+	void Type(const char* field, const char* text)
+	{
+		fWindow->Lock();
+		BTextView* textView = Control(field)->TextView();
+		BPoint where = fWindow->ConvertFromScreen(
+			textView->ConvertToScreen(textView->Bounds().LeftTop() + BPoint(4, 4)));
+		fWindow->Unlock();
+		fTester->Click(where);
+		EXPECT_EQ(B_OK, fTester->WaitForIdle());
+		fWindow->Lock();
+		textView->SelectAll();
+		fWindow->Unlock();
+		fTester->TypeText(text);
+		fTester->TypeKey(B_ENTER);
+		EXPECT_EQ(B_OK, fTester->WaitForIdle());
+	}
+
+	// The file panel answers with the chosen entry.
+	void ChooseTarget(const std::string& path)
+	{
+		Send(RefsMessage('FixS', path));
+	}
+
+private:
+	static BMessage RefsMessage(uint32 what, const std::string& path)
+	{
+		BMessage message(what);
+		entry_ref ref;
+		get_ref_for_path(path.c_str(), &ref);
+		message.AddRef("refs", &ref);
+		return message;
+	}
+
+	BTextControl* Control(const char* field)
+	{
+		BTextControl* control = dynamic_cast<BTextControl*>(fView->FindView(field));
+		EXPECT_NE(nullptr, control) << field;
+		return control;
+	}
+
+	BWindow* fWindow;
+	GlintView* fView;
+	std::unique_ptr<WindowTester> fTester;
+};
+
+}	// namespace
+
+TEST(NodeEditsTest, RenameConfirmedCancelledRefusedAndByCaseOnly)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes", "text");
+	folder.File("taken");
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		{
+			AlertScript script;
+			panel.Commit("Name", "Notes");
+			EXPECT_TRUE(script.Seen().empty());
+			EXPECT_TRUE(Exists(notes));
+		}
+		{
+			AlertScript script({0});
+			panel.Commit("Name", "letters");
+			EXPECT_EQ(Texts{Confirmation("name", "notes", "letters")}, script.Texts());
+			EXPECT_EQ("notes", panel.Field("Name"));
+			EXPECT_TRUE(Exists(notes));
+		}
+		{
+			AlertScript script({1});
+			int32 beeps = WindowTester::CountBeeps();
+			panel.Commit("Name", "taken");
+			EXPECT_EQ(1u, script.Seen().size());
+			EXPECT_EQ(beeps + 1, WindowTester::CountBeeps());
+			EXPECT_EQ("taken", panel.Field("Name"));
+			EXPECT_TRUE(Exists(notes));
+		}
+		{
+			AlertScript script({1});
+			panel.Commit("Name", "letters");
+			const AlertInfo& alert = script.Seen().at(0);
+			EXPECT_EQ("Changed", alert.title);
+			EXPECT_EQ((Texts{"Cancel", "OK"}), alert.buttons);
+			EXPECT_FALSE(Exists(notes));
+			EXPECT_EQ("text", RunCommand("cat " + folder.Path("letters")));
+			EXPECT_EQ("letters", panel.Field("Name"));
+			EXPECT_EQ(folder.Path("letters"), panel.Field("Path"));
+			EXPECT_STREQ("letters", panel.View()->File()->Name());
+		}
+	});
+}
+
+TEST(NodeEditsTest, TypedNameIsConfirmedOnEnter)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes");
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		AlertScript script({1});
+		panel.Type("Name", "letters");
+		EXPECT_EQ(Texts{Confirmation("name", "notes", "letters")}, script.Texts());
+		EXPECT_TRUE(Exists(folder.Path("letters")));
+		EXPECT_EQ("letters", panel.Field("Name"));
+	});
+}
+
+TEST(NodeEditsTest, ResizeAsksTwice)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes", std::string(1000, 'n'));
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		{
+			AlertScript script;
+			panel.Commit("Size", "1,000");
+			EXPECT_TRUE(script.Seen().empty());
+		}
+		{
+			// A cancelled first question leaves the typed number in the field.
+			AlertScript script({0});
+			panel.Commit("Size", "2,000");
+			EXPECT_EQ(Texts{Confirmation("size", "notes", "2,000")}, script.Texts());
+			EXPECT_EQ("2,000", panel.Field("Size"));
+			EXPECT_EQ(1000, SizeOf(notes));
+		}
+		{
+			AlertScript script({1, 0});
+			panel.Commit("Size", "2,000");
+			ASSERT_EQ(2u, script.Seen().size());
+			const AlertInfo& second = script.Seen()[1];
+			EXPECT_EQ("a1", second.title);
+			EXPECT_EQ("Do you really want to change the size of \n   notes from 1,000 bytes to "
+				"\n   2,000 bytes?\n\nThis can be very dangerous.", second.text);
+			EXPECT_EQ((Texts{"Cancel", "OK"}), second.buttons);
+			EXPECT_EQ(B_STOP_ALERT, second.type);
+			EXPECT_EQ(1000, SizeOf(notes));
+		}
+		{
+			AlertScript script({1, 1});
+			panel.Commit("Size", "2,000");
+			EXPECT_EQ(2u, script.Seen().size());
+			EXPECT_EQ(2000, SizeOf(notes));
+			EXPECT_EQ("2,000 bytes", panel.Field("Size"));
+		}
+	});
+}
+
+TEST(NodeEditsTest, ResizeOfWhatCannotBeWrittenBeeps)
+{
+	TempFolder folder;
+	mkdir(folder.Path("box").c_str(), 0755);
+	WindowTester::RunHeadless([&] {
+		Panel panel(folder.Path("box"));
+		AlertScript script({1, 1});
+		int32 beeps = WindowTester::CountBeeps();
+		off_t size = SizeOf(folder.Path("box"));
+		panel.Commit("Size", std::to_string(size + 1));
+		EXPECT_EQ(2u, script.Seen().size());
+		EXPECT_EQ(beeps + 1, WindowTester::CountBeeps());
+		EXPECT_EQ(std::to_string(size + 1), panel.Field("Size"));
+	});
+}
+
+TEST(NodeEditsTest, MoveConfirmedCancelledAndToAMissingFolder)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes");
+	mkdir(folder.Path("sub").c_str(), 0755);
+	std::string missing = folder.Path("missing/notes");
+	std::string moved = folder.Path("sub/notes");
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		{
+			AlertScript script;
+			panel.Commit("Path", notes);
+			EXPECT_TRUE(script.Seen().empty());
+		}
+		{
+			AlertScript script({0});
+			panel.Commit("Path", moved);
+			EXPECT_EQ(Texts{Confirmation("path", "notes", moved)}, script.Texts());
+			EXPECT_EQ(notes, panel.Field("Path"));
+			EXPECT_TRUE(Exists(notes));
+		}
+		{
+			AlertScript script({1, 0});
+			int32 beeps = WindowTester::CountBeeps();
+			panel.Commit("Path", missing);
+			ASSERT_EQ(2u, script.Seen().size());
+			const AlertInfo& error = script.Seen()[1];
+			EXPECT_EQ("Unable to change path of notes to " + missing, error.text);
+			EXPECT_EQ(Texts{"Too bad"}, error.buttons);
+			EXPECT_EQ(B_WARNING_ALERT, error.type);
+			EXPECT_EQ(beeps + 1, WindowTester::CountBeeps());
+			EXPECT_EQ(notes, panel.Field("Path"));
+			EXPECT_TRUE(Exists(notes));
+		}
+		{
+			AlertScript script({1});
+			panel.Commit("Path", moved);
+			EXPECT_EQ(1u, script.Seen().size());
+			EXPECT_FALSE(Exists(notes));
+			EXPECT_TRUE(Exists(moved));
+			EXPECT_EQ(moved, panel.Field("Path"));
+			EXPECT_EQ("notes", panel.Field("Name"));
+		}
+	});
+}
+
+TEST(NodeEditsTest, RedateConfirmedAndCancelled)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes");
+	struct utimbuf times = {kOldDate, kOldDate};
+	utime(notes.c_str(), &times);
+	std::string oldText(datetostring(kOldDate));
+	std::string newText(datetostring(kNewDate));
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		{
+			AlertScript script;
+			panel.Commit("Date", oldText);
+			EXPECT_TRUE(script.Seen().empty());
+		}
+		{
+			AlertScript script({0});
+			panel.Commit("Date", newText);
+			EXPECT_EQ(Texts{Confirmation("date", "notes", newText)}, script.Texts());
+			EXPECT_EQ(oldText, panel.Field("Date"));
+			EXPECT_EQ(kOldDate, DateOf(notes));
+		}
+		{
+			AlertScript script({1});
+			panel.Commit("Date", newText);
+			EXPECT_EQ(1u, script.Seen().size());
+			EXPECT_EQ(kNewDate, DateOf(notes));
+			EXPECT_EQ(newText, panel.Field("Date"));
+		}
+	});
+}
+
+TEST(NodeEditsTest, RelinkConfirmedCancelledAndToTheSameTarget)
+{
+	TempFolder folder;
+	std::string first = folder.File("first");
+	std::string second = folder.File("second");
+	std::string link = folder.Path("link");
+	ASSERT_EQ(0, symlink(first.c_str(), link.c_str()));
+	WindowTester::RunHeadless([&] {
+		Panel panel(link);
+		EXPECT_EQ(first, panel.Field("Target Path"));
+		{
+			AlertScript script;
+			panel.ChooseTarget(first);
+			EXPECT_TRUE(script.Seen().empty());
+		}
+		{
+			AlertScript script({0});
+			panel.SetField("Target Path", "elsewhere");
+			panel.ChooseTarget(second);
+			EXPECT_EQ(Texts{Confirmation("target path", "link", second)}, script.Texts());
+			EXPECT_EQ(first, panel.Field("Target Path"));
+			EXPECT_EQ(first, LinkTarget(link));
+		}
+		{
+			AlertScript script({1});
+			panel.ChooseTarget(second);
+			EXPECT_EQ(1u, script.Seen().size());
+			EXPECT_EQ(second, LinkTarget(link));
+			EXPECT_EQ(second, panel.Field("Target Path"));
+		}
+		{
+			// An answer without an entry changes nothing.
+			AlertScript script;
+			panel.Send(BMessage('FixS'));
+			EXPECT_TRUE(script.Seen().empty());
+			EXPECT_EQ(second, LinkTarget(link));
+		}
+	});
+}
+
+TEST(NodeEditsTest, SetOpensAPanelNamingTheLink)
+{
+	TempFolder folder;
+	std::string target = folder.File("target");
+	std::string link = folder.Path("link");
+	ASSERT_EQ(0, symlink(target.c_str(), link.c_str()));
+	WindowTester::RunHeadless([&] {
+		Panel panel(link);
+		panel.Send(BMessage('FinS'));
+		bool found = false;
+		for (int32 i = 0; BWindow* window = be_app->WindowAt(i); i++)
+			found = found || std::string(window->Title()) == "Select a node to link \"link\" to:";
+		EXPECT_TRUE(found);
+	});
+}
+
+TEST(NodeEditsTest, OnlyTheNodeFieldsAreEdits)
+{
+	TempFolder folder;
+	std::string target = folder.File("target");
+	std::string link = folder.Path("link");
+	ASSERT_EQ(0, symlink(target.c_str(), link.c_str()));
+	WindowTester::RunHeadless([&] {
+		Panel panel(link);
+		AlertScript script({1});
+		panel.Commit("Target Path", folder.Path("other"));
+		EXPECT_TRUE(script.Seen().empty());
+		EXPECT_EQ(target, LinkTarget(link));
+	});
+}
+
+TEST(NodeEditsTest, MalformedChangesAndMissingNodesThrow)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes");
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		AlertScript script;
+		BWindow* window = panel.Window();
+		window->Lock();
+		BMessage bare('Chgd');
+		EXPECT_THROW(panel.View()->TextChanged(&bare), StatusError);
+		// The field is read first; only then is the missing value noticed.
+		BMessage valueless('Chgd');
+		valueless.AddPointer("source", static_cast<BControl*>(panel.View()->FindView("Name")));
+		EXPECT_THROW(panel.View()->TextChanged(&valueless), StatusError);
+		window->Unlock();
+		EXPECT_TRUE(script.Seen().empty());
+
+		GlintView empty(BRect(0, 0, 99, 99));
+		EXPECT_THROW(empty.FixName("x"), StatusError);
+		EXPECT_THROW(empty.FixSize("1"), StatusError);
+		EXPECT_THROW(empty.FixDate("today"), StatusError);
+		EXPECT_THROW(empty.FixPath("/x"), StatusError);
+	});
+}
+
+TEST(NodeEditsTest, AddingAnAttributeSaysItIsNotThereYet)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes");
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		AlertScript script;
+		panel.Send(BMessage('AddA'));
+		ASSERT_EQ(1u, script.Seen().size());
+		EXPECT_EQ("NotYetImplementedAlert", script.Seen()[0].title);
+		EXPECT_EQ(0u, script.Seen()[0].text.find(
+			"\n\nAdding an attribute has not yet been implemented."));
+	});
+}
