@@ -337,7 +337,7 @@ TEST(NodeEditsTest, MoveConfirmedCancelledAndToAMissingFolder)
 	});
 }
 
-TEST(NodeEditsTest, RedateConfirmedAndCancelled)
+TEST(NodeEditsTest, RedateConfirmedCancelledAndOfAVanishedNode)
 {
 	TempFolder folder;
 	std::string notes = folder.File("notes");
@@ -365,6 +365,14 @@ TEST(NodeEditsTest, RedateConfirmedAndCancelled)
 			EXPECT_EQ(1u, script.Seen().size());
 			EXPECT_EQ(kNewDate, DateOf(notes));
 			EXPECT_EQ(newText, panel.Field("Date"));
+		}
+		{
+			// A node that is gone has no date to change.
+			AlertScript script({1});
+			unlink(notes.c_str());
+			panel.Commit("Date", oldText);
+			EXPECT_TRUE(script.Seen().empty());
+			EXPECT_FALSE(Exists(notes));
 		}
 	});
 }
