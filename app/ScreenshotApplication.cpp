@@ -29,6 +29,16 @@ ScreenshotApplication::ReadyToRun()
 	resume_thread(thread);
 }
 
+bool
+ScreenshotApplication::QuitRequested()
+{
+	while (BWindow* window = WindowAt(0)) {
+		if (window->Lock())
+			window->Quit();
+	}
+	return true;
+}
+
 status_t
 ScreenshotApplication::pvTakeScreenshot(void* data)
 {

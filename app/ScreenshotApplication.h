@@ -13,6 +13,8 @@ public:
 	ScreenshotApplication(const char* output, const char* path);
 
 	virtual void ReadyToRun();
+	// Closes the windows without asking them, so the settings stay as read.
+	virtual bool QuitRequested();
 
 	// B_OK once the picture has been written.
 	status_t Result() const { return fResult; }
