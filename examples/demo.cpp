@@ -16,6 +16,7 @@
 #include <Button.h>
 #include <Clipboard.h>
 #include <FilePanel.h>
+#include <Invoker.h>
 #include <ListView.h>
 #include <MenuBar.h>
 #include <MenuItem.h>
