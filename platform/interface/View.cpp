@@ -293,8 +293,11 @@ BView::pvAttach(BWindow* window)
 	if ((fFlags & B_PULSE_NEEDED) != 0)
 		window->pvPulseNeeded();
 	AttachedToWindow();
-	for (BView* child : fChildren)
-		child->pvAttach(window);
+	// Children that AttachedToWindow added are attached already.
+	for (BView* child : fChildren) {
+		if (child->fWindow != window)
+			child->pvAttach(window);
+	}
 }
 
 void
