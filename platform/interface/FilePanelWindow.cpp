@@ -36,11 +36,11 @@ const float kMargin = 8;
 const float kSpacing = 10;
 
 uint32
-FlavorOf(mode_t mode)
+FlavorOf(std::filesystem::file_type type)
 {
-	if (S_ISDIR(mode))
+	if (type == std::filesystem::file_type::directory)
 		return B_DIRECTORY_NODE;
-	return S_ISLNK(mode) ? B_SYMLINK_NODE : B_FILE_NODE;
+	return type == std::filesystem::file_type::symlink ? B_SYMLINK_NODE : B_FILE_NODE;
 }
 
 // "<program>: Open", or the mode's word alone outside a program.
@@ -318,11 +318,19 @@ void
 FilePanelWindow::pvFillList()
 {
 	pvEmptyList();
-	BDirectory directory(fPath.c_str());
 	BList items;
 	entry_ref ref;
-	while (directory.GetNextRef(&ref) == B_OK) {
-		if (FilePanelItem* item = pvMakeItem(ref))
+	bool folderKnown = false;
+	std::error_code error;
+	for (const std::filesystem::directory_entry& entry
+			: std::filesystem::directory_iterator(fPath, error)) {
+		// The first entry's ref makes the folder known to refs; the others
+		// share its device and inode.
+		if (!folderKnown && get_ref_for_path(entry.path().c_str(), &ref) != B_OK)
+			continue;
+		folderKnown = true;
+		ref.set_name(entry.path().filename().c_str());
+		if (FilePanelItem* item = pvMakeItem(entry, ref))
 			items.AddItem(item);
 	}
 	items.SortItems(&FilePanelItem::Compare);
@@ -342,19 +350,25 @@ FilePanelWindow::pvEmptyList()
 }
 
 FilePanelItem*
-FilePanelWindow::pvMakeItem(const entry_ref& ref)
+FilePanelWindow::pvMakeItem(const std::filesystem::directory_entry& entry,
+	const entry_ref& ref)
 {
-	std::string path = ChildPath(fPath, ref.name);
-	struct stat st;
-	if (lstat(path.c_str(), &st) != 0)
+	// The listing tells most entries' kind; only links are looked up.
+	std::error_code error;
+	uint32 flavor = FlavorOf(entry.symlink_status(error).type());
+	if (error)
 		return nullptr;
-	uint32 flavor = FlavorOf(st.st_mode);
 	uint32 target = flavor;
-	struct stat targetStat;
-	if (flavor == B_SYMLINK_NODE && stat(path.c_str(), &targetStat) == 0)
-		target = FlavorOf(targetStat.st_mode);
-	if (fFilter != nullptr && !pvPassesFilter(ref, &st))
+	if (flavor == B_SYMLINK_NODE) {
+		std::filesystem::file_status status = entry.status(error);
+		if (!error)
+			target = FlavorOf(status.type());
+	}
+	struct stat st;
+	if (fFilter != nullptr
+		&& (lstat(entry.path().c_str(), &st) != 0 || !pvPassesFilter(ref, &st))) {
 		return nullptr;
+	}
 	FilePanelItem* item = new FilePanelItem(ref, flavor, target);
 	item->SetEnabled(item->IsFolder() || pvAccepts(item));
 	return item;

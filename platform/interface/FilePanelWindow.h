@@ -1,6 +1,7 @@
 #ifndef _FILE_PANEL_WINDOW_H
 #define _FILE_PANEL_WINDOW_H
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -59,7 +60,8 @@ private:
 	void pvListIfShowing();
 	void pvFillList();
 	void pvEmptyList();
-	FilePanelItem* pvMakeItem(const entry_ref& ref);
+	FilePanelItem* pvMakeItem(const std::filesystem::directory_entry& entry,
+		const entry_ref& ref);
 	bool pvPassesFilter(const entry_ref& ref, struct stat* st);
 	bool pvAccepts(const FilePanelItem* item) const;
 	bool pvChoosesFolders() const;
