@@ -459,17 +459,24 @@ FilePanelWindow::pvGoToTyped()
 	if (path.is_relative())
 		path = std::filesystem::path(fPath) / path;
 	path = path.lexically_normal();
-	if (path == std::filesystem::path(fPath) || SetDirectory(path.string()) == B_OK)
+	if (path == std::filesystem::path(fPath))
 		return;
-	std::string leaf = path.filename().string();
-	if (leaf.empty() || SetDirectory(path.parent_path().string()) != B_OK) {
-		// The typed path stays for the user to correct.
-		beep();
-		return;
+	if (SetDirectory(path.string()) != B_OK) {
+		std::string leaf = path.filename().string();
+		if (leaf.empty() || SetDirectory(path.parent_path().string()) != B_OK) {
+			// The typed path stays for the user to correct.
+			beep();
+			return;
+		}
+		pvSelectName(leaf.c_str());
+		if (fNameField != nullptr)
+			fNameField->SetText(leaf.c_str());
 	}
-	pvSelectName(leaf.c_str());
+	// Enter now answers: with the name typed, or what the list shows.
 	if (fNameField != nullptr)
-		fNameField->SetText(leaf.c_str());
+		fNameField->MakeFocus();
+	else
+		fList->MakeFocus();
 }
 
 void
@@ -508,7 +515,8 @@ FilePanelWindow::pvInvoked()
 bool
 FilePanelWindow::pvEnterKey()
 {
-	if (CurrentFocus() == fPathField->TextView()) {
+	// A path typed is gone to; the open folder's own path is confirmed.
+	if (CurrentFocus() == fPathField->TextView() && fPath != fPathField->Text()) {
 		pvGoToTyped();
 		return true;
 	}

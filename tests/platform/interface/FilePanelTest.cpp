@@ -511,6 +511,12 @@ TEST(FilePanelTest, TheFolderFieldShowsTheFolderAndTakesATypedPath)
 		Flush(target);
 		EXPECT_TRUE(recorder.Messages().empty());
 		EXPECT_TRUE(panel.IsShowing());
+
+		// A second Enter opens the file the path led to.
+		TypeInto(tester, window, "path", folder.Path("C.txt"));
+		tester.TypeKey(B_ENTER);
+		ASSERT_TRUE(recorder.WaitFor(1));
+		EXPECT_EQ(folder.Path("C.txt") + "|", RefPaths(recorder.Messages()[0]));
 	});
 }
 
@@ -559,6 +565,19 @@ TEST(FilePanelTest, ASavePanelSendsTheFolderAndTheName)
 			EXPECT_STREQ("new file", answer.GetString("name", ""));
 			ASSERT_EQ(B_OK, tester.WaitForIdle());
 			EXPECT_FALSE(panel.IsShowing());
+
+			// A path typed to a new name opens its folder and offers the name.
+			panel.Show();
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			TypeInto(tester, window, "path", folder.Path("Alpha/report"));
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_EQ("report", FieldText(window, "name"));
+			tester.TypeKey(B_ENTER);
+			ASSERT_TRUE(recorder.WaitFor(2));
+			answer = recorder.Messages()[1];
+			ASSERT_EQ(B_OK, answer.FindRef("directory", &directory));
+			EXPECT_EQ(folder.Path("Alpha"), PathOf(directory));
+			EXPECT_STREQ("report", answer.GetString("name", ""));
 		}
 		target->Lock();
 		target->Quit();
