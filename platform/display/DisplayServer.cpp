@@ -39,6 +39,8 @@ struct DisplayServer::Data {
 	// Something needs Qt: the display loop starts it.
 	bool startRequested = false;
 	std::atomic<uint32> modifiers{0};
+	// Input has told the modifiers since the start.
+	std::atomic<bool> modifiersNoted{false};
 	BRect screenFrame;
 	// Touched only in the server's thread.
 	std::map<int32, std::unique_ptr<FrameWindow>> windows;
@@ -143,6 +145,9 @@ DisplayServer::EnsureStarted()
 	QRect geometry = screen != nullptr ? screen->geometry() : QRect(0, 0, 1024, 768);
 	fData->screenFrame.Set(geometry.left(), geometry.top(), geometry.right(),
 		geometry.bottom());
+	// The keys held while the program starts count until input tells otherwise.
+	if (!fData->modifiersNoted)
+		fData->modifiers = BeModifiers(QGuiApplication::queryKeyboardModifiers());
 	fData->pump = new RequestPump;
 	guard.unlock();
 	fData->started.notify_all();
@@ -392,8 +397,10 @@ DisplayServer::CountBeeps() const
 }
 
 uint32
-DisplayServer::Modifiers() const
+DisplayServer::Modifiers()
 {
+	if (IsMainThread() && !fData->modifiersNoted)
+		EnsureStarted();
 	return fData->modifiers;
 }
 
@@ -401,6 +408,7 @@ void
 NoteModifiers(uint32 modifiers)
 {
 	DisplayServer::Default().fData->modifiers = modifiers;
+	DisplayServer::Default().fData->modifiersNoted = true;
 }
 
 BRect

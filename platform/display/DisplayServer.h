@@ -85,7 +85,9 @@ public:
 	void Beep();
 	// How often the bell has been asked for, so tests can tell a refusal.
 	int32 CountBeeps() const;
-	uint32 Modifiers() const;
+	// The modifier keys of the latest input. Asked in the main thread before
+	// any window exists, it starts Qt, which reads the keys held at launch.
+	uint32 Modifiers();
 	BRect ScreenFrame();
 
 	// Runs request in the server's thread, after every request posted before.
