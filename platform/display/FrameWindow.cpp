@@ -13,6 +13,7 @@
 #include <AppDefs.h>
 #include <Entry.h>
 #include <InterfaceDefs.h>
+#include <Looper.h>
 #include <OS.h>
 
 #include "../app/MessagePrivate.h"
@@ -124,8 +125,13 @@ BeModifiers(Qt::KeyboardModifiers modifiers)
 }
 
 FrameWindow::FrameWindow(const BMessenger& target)
-	: fTarget(target)
+	: fTarget(target),
+	fKeyTarget(target)
 {
+	BLooper* looper = nullptr;
+	target.Target(&looper);
+	if (looper != nullptr)
+		fKeyTarget = BMessenger(nullptr, looper);
 }
 
 void
@@ -169,6 +175,15 @@ FrameWindow::event(QEvent* event)
 		}
 		case QEvent::Drop:
 			pvDrop(static_cast<QDropEvent*>(event));
+			return true;
+		case QEvent::InputMethodQuery: {
+			auto query = static_cast<QInputMethodQueryEvent*>(event);
+			query->setValue(Qt::ImEnabled, true);
+			query->accept();
+			return true;
+		}
+		case QEvent::InputMethod:
+			pvComposed(static_cast<QInputMethodEvent*>(event));
 			return true;
 		default:
 			return QRasterWindow::event(event);
@@ -274,17 +289,38 @@ FrameWindow::pvKey(uint32 what, QKeyEvent* event)
 	QByteArray bytes = KeyBytes(event);
 	if (bytes.isEmpty())
 		return;
-	message.AddString("bytes", bytes.constData());
-	for (char byte : bytes)
-		message.AddInt8("byte", byte);
 	// Function keys are told apart by their BeOS key codes.
 	bool function = event->key() >= Qt::Key_F1 && event->key() <= Qt::Key_F12;
 	message.AddInt32("key", function ? int32(B_F1_KEY + event->key() - Qt::Key_F1)
 		: int32(event->nativeScanCode()));
-	message.AddInt32("raw_char", uchar(bytes[0]));
 	if (event->isAutoRepeat())
 		message.AddInt32("be:key_repeat", 1);
-	pvSendInput(message);
+	pvSendKey(message, bytes);
+}
+
+void
+FrameWindow::pvSendKey(BMessage& message, const QByteArray& bytes)
+{
+	message.AddString("bytes", bytes.constData());
+	for (char byte : bytes)
+		message.AddInt8("byte", byte);
+	message.AddInt32("raw_char", uchar(bytes[0]));
+	message.AddInt64("when", system_time());
+	(fInputTarget.IsValid() ? fInputTarget : fKeyTarget).SendMessage(&message);
+}
+
+void
+FrameWindow::pvComposed(QInputMethodEvent* event)
+{
+	// What an input method composed arrives as typed text.
+	QByteArray bytes = event->commitString().toUtf8();
+	event->accept();
+	if (bytes.isEmpty())
+		return;
+	BMessage message(B_KEY_DOWN);
+	message.AddInt32("modifiers", 0);
+	message.AddInt32("key", 0);
+	pvSendKey(message, bytes);
 }
 
 void

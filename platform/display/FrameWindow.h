@@ -3,6 +3,7 @@
 
 #include <QDropEvent>
 #include <QImage>
+#include <QInputMethodEvent>
 #include <QRasterWindow>
 
 #include <Message.h>
@@ -19,7 +20,8 @@ public:
 
 	void SetFrame(const QImage& frame);
 	void SetContentSize(QSize size) { fContentSize = size; }
-	// Where mouse and keys go (the window itself unless set).
+	// Where mouse and keys go (unless set: the mouse to the window itself, keys
+	// to its preferred handler, the focus view).
 	void SetInputTarget(const BMessenger& target) { fInputTarget = target; }
 
 protected:
@@ -39,12 +41,15 @@ protected:
 private:
 	void pvSend(BMessage& message);
 	void pvSendInput(BMessage& message);
+	void pvSendKey(BMessage& message, const QByteArray& bytes);
+	void pvComposed(QInputMethodEvent* event);
 	void pvMouse(uint32 what, QMouseEvent* event);
 	void pvKey(uint32 what, QKeyEvent* event);
 	void pvDrop(QDropEvent* event);
 
 	BMessenger fTarget;
 	BMessenger fInputTarget;
+	BMessenger fKeyTarget;
 	QImage fFrame;
 	QSize fContentSize;
 	Qt::MouseButton fLastButton = Qt::NoButton;

@@ -7,6 +7,7 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -281,6 +282,20 @@ WindowTester::TypeText(const char* text)
 {
 	for (char32_t character : QString::fromUtf8(text).toUcs4())
 		TypeKey(uint32(character));
+}
+
+void
+WindowTester::TypeComposed(const char* text)
+{
+	int32 id = fId;
+	QString committed = QString::fromUtf8(text);
+	DisplayServer::Default().Post([=] {
+		if (FrameWindow* window = FindFrameWindow(id)) {
+			QInputMethodEvent event;
+			event.setCommitString(committed);
+			QCoreApplication::sendEvent(window, &event);
+		}
+	});
 }
 
 void

@@ -68,6 +68,8 @@ public:
 	// A key by its BeOS character (B_TAB, B_ENTER, 'a' ...) with modifiers.
 	void TypeKey(uint32 key, uint32 modifiers = 0);
 	void TypeText(const char* text);
+	// Text as an input method hands it over when composing is done.
+	void TypeComposed(const char* text);
 	// Function key F<number> (1 to 12).
 	void TypeFunctionKey(int32 number, uint32 modifiers = 0);
 	void DropFiles(BPoint where, const std::vector<std::string>& paths);

@@ -156,10 +156,14 @@ BView::MakeFocus(bool focus)
 			return;
 		BView* previous = fWindow->fFocus;
 		fWindow->fFocus = this;
+		// Keys and untargeted commands go to the focus view.
+		fWindow->SetPreferredHandler(this);
 		if (previous != nullptr)
 			previous->MakeFocus(false);
-	} else if (fWindow->fFocus == this)
+	} else if (fWindow->fFocus == this) {
 		fWindow->fFocus = nullptr;
+		fWindow->SetPreferredHandler(nullptr);
+	}
 }
 
 void

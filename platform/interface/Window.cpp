@@ -692,15 +692,16 @@ BWindow::pvKeyDown(BMessage* message, BHandler* handler)
 	message->FindInt32("modifiers", &modifiers);
 	if ((modifiers & B_COMMAND_KEY) != 0 && pvShortcut(uchar(bytes[0]), uint32(modifiers)))
 		return;
+	// Keys come addressed to the focus view; a filter may have sent them elsewhere.
 	BView* view = pvTargetView(handler);
-	if (view == nullptr) {
-		if (bytes[0] == B_ENTER && fDefaultButton != nullptr && fDefaultButton->IsEnabled()
-			&& !fDefaultButton->IsHidden(nullptr)) {
-			fDefaultButton->KeyDown(bytes, int32(strlen(bytes)));
-			return;
-		}
-		view = fFocus;
+	if ((view == nullptr || view == fFocus) && bytes[0] == B_ENTER
+		&& fDefaultButton != nullptr && fDefaultButton->IsEnabled()
+		&& !fDefaultButton->IsHidden(nullptr)) {
+		fDefaultButton->KeyDown(bytes, int32(strlen(bytes)));
+		return;
 	}
+	if (view == nullptr)
+		view = fFocus;
 	if (view != nullptr)
 		view->KeyDown(bytes, int32(strlen(bytes)));
 	else if (bytes[0] == B_TAB && (modifiers & (B_COMMAND_KEY | B_CONTROL_KEY)) == 0)

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <string>
 
 #include <Application.h>
 #include <Clipboard.h>
 #include <Message.h>
+#include <MessageFilter.h>
 #include <TextView.h>
 #include <Window.h>
 #include <WindowTester.h>
@@ -436,5 +438,36 @@ TEST(TextViewTest, ClipboardCommandsCutCopyAndPasteText)
 		window->view->MakeEditable(false);
 		EXPECT_FALSE(window->view->AcceptsPaste(be_clipboard));
 		window->Unlock();
+	});
+}
+
+namespace {
+
+filter_result
+RefuseDigits(BMessage* message, BHandler**, BMessageFilter*)
+{
+	const char* bytes;
+	if (message->FindString("bytes", &bytes) == B_OK && isdigit(uchar(bytes[0])))
+		return B_SKIP_MESSAGE;
+	return B_DISPATCH_MESSAGE;
+}
+
+}	// namespace
+
+TEST(TextViewTest, KeysPassTheFocusViewsFiltersAndComposedTextIsTyped)
+{
+	WithTextWindow("", [](TextWindow* window, WindowTester& tester) {
+		ASSERT_TRUE(window->Lock());
+		window->view->AddFilter(new BMessageFilter(B_KEY_DOWN, RefuseDigits));
+		window->Unlock();
+		tester.TypeText("a1b2");
+		tester.TypeComposed("\xe6\x97\xa5\xe6\x9c\xac");
+		EXPECT_EQ("8-8 ab\xe6\x97\xa5\xe6\x9c\xac", Selection(window, tester));
+		tester.TypeKey(B_LEFT_ARROW);
+		EXPECT_EQ("5-5 ab\xe6\x97\xa5\xe6\x9c\xac", Selection(window, tester));
+
+		// Commands for the window's preferred handler reach the focus view.
+		BMessenger(nullptr, window).SendMessage(B_SELECT_ALL);
+		EXPECT_EQ("0-8 ab\xe6\x97\xa5\xe6\x9c\xac", Selection(window, tester));
 	});
 }
