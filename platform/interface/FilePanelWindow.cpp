@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
+#include <vector>
 
 #include <Application.h>
 #include <Button.h>
@@ -344,9 +345,11 @@ FilePanelWindow::pvFillList()
 void
 FilePanelWindow::pvEmptyList()
 {
-	for (int32 i = 0; i < fList->CountItems(); i++)
-		delete fList->ItemAt(i);
+	// The list lets go of the rows before they are deleted.
+	std::vector<const BListItem*> items(fList->Items(), fList->Items() + fList->CountItems());
 	fList->MakeEmpty();
+	for (const BListItem* item : items)
+		delete item;
 }
 
 FilePanelItem*
