@@ -114,9 +114,9 @@ FilePanelWindow::pvBuildViews(bool multipleSelection)
 	fPathField->MoveBy(0, std::floor((up.Height() - height) / 2));
 	background->AddChild(fPathField);
 
-	pvBuildButtons(background);
+	pvBuildButtons();
 	if (fMode == B_SAVE_PANEL)
-		pvBuildNameField(background);
+		pvBuildNameField();
 
 	float top = up.bottom + kMargin + 2;
 	float bottom = (fNameField != nullptr ? fNameField->Frame().top : fDefaultButton->Frame().top)
@@ -127,6 +127,13 @@ FilePanelWindow::pvBuildViews(bool multipleSelection)
 	fList->SetSelectionMessage(new BMessage(kSelected));
 	fList->SetInvocationMessage(new BMessage(kInvoked));
 	background->AddChild(new BScrollView("scroller", fList, B_FOLLOW_ALL, 0, false, true));
+
+	// Tab goes down the window.
+	if (fNameField != nullptr)
+		background->AddChild(fNameField);
+	background->AddChild(fCancelButton);
+	background->AddChild(fDefaultButton);
+	SetDefaultButton(fDefaultButton);
 	if (fNameField != nullptr)
 		fNameField->MakeFocus();
 	else
@@ -135,7 +142,7 @@ FilePanelWindow::pvBuildViews(bool multipleSelection)
 
 // Cancel and the default button at the bottom right.
 void
-FilePanelWindow::pvBuildButtons(BView* background)
+FilePanelWindow::pvBuildButtons()
 {
 	BRect bounds = Bounds();
 	fDefaultButton = new BButton(BRect(0, 0, 80, 20), "default",
@@ -146,8 +153,6 @@ FilePanelWindow::pvBuildButtons(BView* background)
 	BRect frame = fDefaultButton->Bounds();
 	fDefaultButton->MoveTo(bounds.right - kMargin - frame.Width(),
 		bounds.bottom - kMargin - frame.Height());
-	background->AddChild(fDefaultButton);
-	SetDefaultButton(fDefaultButton);
 
 	fCancelButton = new BButton(BRect(0, 0, 80, 20), "cancel", "Cancel", new BMessage(kCancel),
 		B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM);
@@ -156,12 +161,11 @@ FilePanelWindow::pvBuildButtons(BView* background)
 	BRect defaultFrame = fDefaultButton->Frame();
 	fCancelButton->MoveTo(defaultFrame.left - kSpacing - cancel.Width(),
 		std::floor(defaultFrame.top + (defaultFrame.Height() - cancel.Height()) / 2));
-	background->AddChild(fCancelButton);
 }
 
 // The name to save under, in a row of its own above the buttons.
 void
-FilePanelWindow::pvBuildNameField(BView* background)
+FilePanelWindow::pvBuildNameField()
 {
 	BRect bounds = Bounds();
 	float bottom = fDefaultButton->Frame().top - kMargin;
@@ -173,7 +177,6 @@ FilePanelWindow::pvBuildNameField(BView* background)
 	fNameField->GetPreferredSize(NULL, &height);
 	fNameField->ResizeTo(fNameField->Bounds().Width(), height);
 	fNameField->MoveTo(kMargin, bottom - height);
-	background->AddChild(fNameField);
 }
 
 // #pragma mark - hooks

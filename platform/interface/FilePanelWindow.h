@@ -55,8 +55,8 @@ public:
 
 private:
 	void pvBuildViews(bool multipleSelection);
-	void pvBuildButtons(BView* background);
-	void pvBuildNameField(BView* background);
+	void pvBuildButtons();
+	void pvBuildNameField();
 	void pvListIfShowing();
 	void pvFillList();
 	void pvEmptyList();

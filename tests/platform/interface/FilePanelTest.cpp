@@ -620,3 +620,24 @@ TEST(FilePanelTest, ARefFilterLeavesEntriesOut)
 			Rows(panel.Window()));
 	});
 }
+
+TEST(FilePanelTest, TabGoesDownTheWindow)
+{
+	WithPanel(0, true, [](const TempFolder&, CountingPanel& panel, WindowTester& tester,
+		Recorder&, BLooper*) {
+		BWindow* window = panel.Window();
+		std::string order;
+		for (int32 i = 0; i < 5; i++) {
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			ASSERT_TRUE(window->Lock());
+			BView* focus = window->CurrentFocus();
+			// The path field's text view stands for the field.
+			if (focus != nullptr && dynamic_cast<BTextControl*>(focus->Parent()) != nullptr)
+				focus = focus->Parent();
+			order += std::string(focus != nullptr ? focus->Name() : "none") + "|";
+			window->Unlock();
+			tester.TypeKey(B_TAB);
+		}
+		EXPECT_EQ("entries|cancel|default|up|path|", order);
+	});
+}
