@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,17 @@ public:
 		for (const std::string& argument : arguments)
 			argv.push_back(argument.c_str());
 		SetLaunchArguments(int32(argv.size()), argv.data());
+	}
+};
+
+// Fails in a hook of its own.
+class FailingApp : public GlintApplication {
+public:
+	void MessageReceived(BMessage* msg) override
+	{
+		if (msg->what == 'fail')
+			throw std::runtime_error("a hook failed");
+		GlintApplication::MessageReceived(msg);
 	}
 };
 
@@ -323,4 +335,20 @@ TEST_F(ApplicationTest, TheScreenshotIsTheNodesWindowAndLeavesTheSettingsAlone)
 	EXPECT_EQ(401, header[18] * 256 + header[19]);
 	EXPECT_EQ(271, header[22] * 256 + header[23]);
 	EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
+}
+
+TEST_F(ApplicationTest, AnExceptionInAHookEndsTheRunAndLeavesRun)
+{
+	setenv("QT_QPA_PLATFORM", "offscreen", 1);
+	WindowTester::HoldModifiers(B_SHIFT_KEY);
+	{
+		FailingApp app;
+		app.PostMessage('fail');
+		EXPECT_THROW(app.Run(), std::runtime_error);
+		while (BWindow* window = app.WindowAt(0)) {
+			if (window->Lock())
+				window->Quit();
+		}
+	}
+	EXPECT_EQ(nullptr, theApp);
 }
