@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <OS.h>
+#include <TextView.h>
+
+#include "GlintView.h"
+#include "InspectorTestSupport.h"
+#include "platform/storage/TempFolder.h"
+
+namespace {
+
+const std::vector<const char*> kNodeCommands = {"Close", "Reveal in Tracker",
+	"Add attribute.."};
+const std::vector<const char*> kAlwaysThere = {"About Vellum...", "Quit"};
+const std::vector<const char*> kEditItems = {"Undo", "Cut", "Copy", "Paste", "Clear",
+	"Select All"};
+
+// A window that stands for a data window of a node: it answers the question of
+// closing with the given answer.
+class StandInWindow : public BWindow {
+public:
+	StandInWindow(const char* name, bool agrees)
+		: BWindow(BRect(500, 100, 700, 200), name, B_TITLED_WINDOW, 0),
+		fAgrees(agrees)
+	{
+		SetName(name);
+	}
+
+	bool QuitRequested() override
+	{
+		fAsked = true;
+		return fAgrees;
+	}
+
+	std::atomic<bool> fAsked{false};
+
+private:
+	bool fAgrees;
+};
+
+// Closes the window with its close box and waits until it has answered.
+void
+CloseWithCloseBox(BWindow* window)
+{
+	WindowTester tester(window);
+	tester.ClickCloseBox();
+	tester.WaitForIdle();
+}
+
+bool
+IsOpen(BWindow* window)
+{
+	for (int32 i = 0; BWindow* open = be_app->WindowAt(i); i++) {
+		if (open == window)
+			return true;
+	}
+	return false;
+}
+
+// Whether the window is gone, allowing its thread a moment to end.
+bool
+HasClosed(BWindow* window)
+{
+	for (int32 tries = 0; tries < 5000 && IsOpen(window); tries++)
+		snooze(1000);
+	return !IsOpen(window);
+}
+
+}	// namespace
+
+TEST(GlWindowTest, AnEmptyWindowOffersOnlyWhatNeedsNoNode)
+{
+	WindowTester::RunHeadless([] {
+		GlWindow* window = ShowInspector();
+		EXPECT_STREQ(window->Name(), "Vellum");
+		EXPECT_STREQ(window->Title(), "Vellum");
+		EXPECT_FALSE(window->Loaded());
+		EXPECT_EQ(window->File(), nullptr);
+		EXPECT_EQ(ItemsEnabled(window, kNodeCommands), std::vector<bool>(3, false));
+		EXPECT_EQ(ItemsEnabled(window, kAlwaysThere), std::vector<bool>(2, true));
+		EXPECT_EQ(ItemsEnabled(window, {"Select node..."}), std::vector<bool>{true});
+		EXPECT_EQ(ItemsEnabled(window, kEditItems), std::vector<bool>(6, false));
+
+		float minWidth, maxWidth, minHeight, maxHeight;
+		window->GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
+		EXPECT_EQ(BRect(minWidth, minHeight, maxWidth, maxHeight), BRect(370, 150, 1000, 1000));
+	});
+}
+
+TEST(GlWindowTest, TheFileMenuListsItsCommandsWithTheirShortcuts)
+{
+	WindowTester::RunHeadless([] {
+		GlWindow* window = ShowInspector();
+		ASSERT_TRUE(window->Lock());
+		BMenuBar* bar = dynamic_cast<BMenuBar*>(window->ChildAt(0));
+		ASSERT_NE(bar, nullptr);
+		EXPECT_STREQ(bar->Name(), "main menu");
+		ASSERT_EQ(bar->CountItems(), 2);
+		EXPECT_STREQ(bar->ItemAt(1)->Label(), "Edit");
+		BMenu* file = bar->SubmenuAt(0);
+		ASSERT_NE(file, nullptr);
+		std::string items;
+		for (int32 i = 0; BMenuItem* item = file->ItemAt(i); i++) {
+			items += item->Label();
+			if (item->Shortcut() != 0)
+				items += std::string("^") + item->Shortcut();
+			items += "|";
+		}
+		window->Unlock();
+		EXPECT_EQ(items, "About Vellum...|||Select node...^O|Close^W||Reveal in Tracker^R|"
+			"Add attribute..||Quit^Q|");
+	});
+}
+
+TEST(GlWindowTest, ALoadedWindowEnablesItsNodeCommandsAndEditing)
+{
+	TempFolder folder;
+	std::string file = folder.File("notes", "some text");
+	WindowTester::RunHeadless([&] {
+		GlWindow* window = ShowInspector();
+		DropOnInspector(window, {file});
+		EXPECT_TRUE(window->Loaded());
+		ASSERT_NE(window->File(), nullptr);
+		EXPECT_STREQ(window->File()->Name(), "notes");
+		EXPECT_STREQ(window->Title(), "Vellum: notes");
+		EXPECT_EQ(ItemsEnabled(window, kNodeCommands), std::vector<bool>(3, true));
+		// Undo follows the node although nothing undoes; Select All never does.
+		EXPECT_EQ(ItemsEnabled(window, kEditItems),
+			(std::vector<bool>{true, true, true, true, true, false}));
+		EXPECT_EQ(ItemsEnabled(window, {"Open..."}), std::vector<bool>{true});
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(MenuItem(window, "Select node..."), nullptr);
+		window->Unlock();
+	});
+}
+
+TEST(GlWindowTest, RefsGoToTheWindowAsDropsOrOneByIndex)
+{
+	TempFolder folder;
+	std::vector<std::string> files = {folder.File("first"), folder.File("second"),
+		folder.File("third")};
+	WindowTester::RunHeadless([&] {
+		GlWindow* window = ShowInspector();
+		// A drop of three on the window shows the first there, and no other
+		// window opens.
+		DropOnInspector(window, files);
+		EXPECT_EQ(FieldText(window, "Name"), "first");
+		EXPECT_EQ(be_app->CountWindows(), 1);
+
+		// A file panel's answer shows its first entry.
+		BMessage panelAnswer = RefsMessage(B_REFS_RECEIVED, {files[1], files[2]});
+		window->PostMessage(&panelAnswer);
+		WindowTester(window).WaitForIdle();
+		EXPECT_EQ(FieldText(window, "Name"), "second");
+
+		// The application hands a window one entry of a message by its index.
+		BMessage drop = RefsMessage(B_SIMPLE_DATA, files);
+		window->RefsReceived(&drop, 2);
+		WindowTester(window).WaitForIdle();
+		EXPECT_EQ(FieldText(window, "Name"), "third");
+		EXPECT_STREQ(window->Title(), "Vellum: third");
+	});
+}
+
+TEST(GlWindowTest, ClearAndCutActOnTheFocusedField)
+{
+	TempFolder folder;
+	std::string file = folder.File("clipped");
+	WindowTester::RunHeadless([&] {
+		GlWindow* window = ShowInspector();
+		DropOnInspector(window, {file});
+		ASSERT_TRUE(window->Lock());
+		BTextView* path = dynamic_cast<BTextControl*>(window->FindView("Path"))->TextView();
+		path->MakeFocus(true);
+		path->Select(0, 5);
+		window->Unlock();
+		window->PostMessage(127);
+		WindowTester(window).WaitForIdle();
+		EXPECT_EQ(FieldText(window, "Path"), file.substr(5));
+
+		ASSERT_TRUE(window->Lock());
+		path->SelectAll();
+		window->Unlock();
+		window->PostMessage(B_CUT);
+		WindowTester(window).WaitForIdle();
+		EXPECT_EQ(FieldText(window, "Path"), "");
+	});
+}
+
+TEST(GlWindowTest, ClosingOneOfTwoInspectorsLeavesTheApplicationRunning)
+{
+	TempFolder folder;
+	std::string file = folder.File("one");
+	WindowTester::RunHeadless([&] {
+		QuitCounter quits;
+		GlWindow* first = ShowInspector();
+		GlWindow* second = ShowInspector();
+		DropOnInspector(second, {file});
+		// The Close command of a loaded window.
+		second->PostMessage('Glcw');
+		WindowTester(second).WaitForIdle();
+		EXPECT_TRUE(HasClosed(second));
+		EXPECT_EQ(quits.Count(), 0);
+
+		// An empty window has no Close command, but its close box works; it was
+		// the last inspector, so the application is asked to quit.
+		CloseWithCloseBox(first);
+		EXPECT_TRUE(HasClosed(first));
+		EXPECT_EQ(quits.Count(), 1);
+	});
+}
+
+TEST(GlWindowTest, ClosingAnInspectorClosesItsNodesDataWindowsUnlessOneRefuses)
+{
+	TempFolder folder;
+	std::string file = folder.File("data");
+	WindowTester::RunHeadless([&] {
+		QuitCounter quits;
+		GlWindow* window = ShowInspector();
+		DropOnInspector(window, {file});
+		StandInWindow* refusing = new StandInWindow("DataWindow for data", false);
+		refusing->Show();
+		StandInWindow* other = new StandInWindow("DataWindow for another", true);
+		other->Show();
+
+		CloseWithCloseBox(window);
+		EXPECT_TRUE(refusing->fAsked);
+		EXPECT_TRUE(IsOpen(window));
+		EXPECT_EQ(quits.Count(), 0);
+
+		// Two agreeing data windows of the node both close with it.
+		StandInWindow* firstData = new StandInWindow("DataWindow for data", true);
+		firstData->Show();
+		StandInWindow* secondData = new StandInWindow("DataWindow for DATA", true);
+		secondData->Show();
+		ASSERT_TRUE(refusing->Lock());
+		refusing->Quit();
+		CloseWithCloseBox(window);
+		EXPECT_TRUE(HasClosed(window));
+		EXPECT_TRUE(HasClosed(firstData));
+		EXPECT_TRUE(HasClosed(secondData));
+		EXPECT_TRUE(IsOpen(other));
+		EXPECT_FALSE(other->fAsked);
+		EXPECT_EQ(quits.Count(), 1);
+	});
+}
