@@ -6,6 +6,7 @@
 #include <OS.h>
 #include <TextView.h>
 
+#include "BrindleFile.h"
 #include "GlintView.h"
 #include "InspectorTestSupport.h"
 #include "platform/storage/TempFolder.h"
@@ -110,7 +111,7 @@ TEST(GlWindowTest, TheFileMenuListsItsCommandsWithTheirShortcuts)
 			items += "|";
 		}
 		window->Unlock();
-		EXPECT_EQ(items, "About Vellum...|||Select node...^O|Close^W||Reveal in Tracker^R|"
+		EXPECT_EQ(items, "About Vellum...||Select node...^O|Close^W||Reveal in Tracker^R|"
 			"Add attribute..||Quit^Q|");
 	});
 }
