@@ -248,3 +248,33 @@ TEST(GlWindowTest, ClosingAnInspectorClosesItsNodesDataWindowsUnlessOneRefuses)
 		EXPECT_EQ(quits.Count(), 1);
 	});
 }
+
+TEST(GlWindowTest, SelectNodeOpensAFilePanelAndAboutOpensCentredOnTheWindow)
+{
+	WindowTester::RunHeadless([] {
+		GlWindow* window = ShowInspector();
+		window->PostMessage('Glan');
+		WindowTester(window).WaitForIdle();
+		ASSERT_EQ(be_app->CountWindows(), 2);
+		BWindow* panel = be_app->WindowAt(1);
+		WindowTester(panel).WaitForIdle();
+		std::string title = panel->Title();
+		EXPECT_EQ(title.substr(title.size() - 4), "Open");
+		EXPECT_FALSE(panel->IsHidden());
+
+		window->PostMessage(B_ABOUT_REQUESTED);
+		WindowTester(window).WaitForIdle();
+		BWindow* about = nullptr;
+		for (int32 i = 0; BWindow* open = be_app->WindowAt(i); i++) {
+			if (std::string(open->Title()) == "About Vellum")
+				about = open;
+		}
+		ASSERT_NE(about, nullptr);
+		BRect frame = window->Frame();
+		BRect aboutFrame = about->Frame();
+		EXPECT_FLOAT_EQ((aboutFrame.left + aboutFrame.right) / 2,
+			(frame.left + frame.right) / 2);
+		EXPECT_FLOAT_EQ((aboutFrame.top + aboutFrame.bottom) / 2,
+			(frame.top + frame.bottom) / 2);
+	});
+}
