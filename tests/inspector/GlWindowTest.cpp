@@ -3,10 +3,15 @@
 #include <string>
 #include <vector>
 
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
 #include <OS.h>
 #include <TextView.h>
 
 #include "BrindleFile.h"
+#include "GlintApplication.h"
 #include "GlintView.h"
 #include "InspectorTestSupport.h"
 #include "platform/storage/TempFolder.h"
@@ -69,6 +74,38 @@ HasClosed(BWindow* window)
 		snooze(1000);
 	return !IsOpen(window);
 }
+
+// Settings go to a folder of the test's own while it lives.
+class SettingsFolder {
+public:
+	SettingsFolder()
+	{
+		if (const char* previous = getenv("XDG_CONFIG_HOME"))
+			fPrevious = previous;
+		setenv("XDG_CONFIG_HOME", fFolder.Root().c_str(), 1);
+	}
+
+	~SettingsFolder()
+	{
+		if (fPrevious.empty())
+			unsetenv("XDG_CONFIG_HOME");
+		else
+			setenv("XDG_CONFIG_HOME", fPrevious.c_str(), 1);
+	}
+
+	// The settings file's text, empty while there is none.
+	std::string Settings() const
+	{
+		std::ifstream file(fFolder.Path("Vellum_Settings"));
+		std::stringstream text;
+		text << file.rdbuf();
+		return text.str();
+	}
+
+private:
+	TempFolder fFolder;
+	std::string fPrevious;
+};
 
 }	// namespace
 
@@ -276,5 +313,27 @@ TEST(GlWindowTest, SelectNodeOpensAFilePanelAndAboutOpensCentredOnTheWindow)
 			(frame.left + frame.right) / 2);
 		EXPECT_FLOAT_EQ((aboutFrame.top + aboutFrame.bottom) / 2,
 			(frame.top + frame.bottom) / 2);
+	});
+}
+
+TEST(GlWindowTest, OnlyTheLastInspectorToCloseWritesTheSettings)
+{
+	SettingsFolder settings;
+	WindowTester::RunApplicationHeadless([] { return new GlintApplication(); }, [&] {
+		QuitCounter quits;
+		// The application opens the first inspector at the remembered place.
+		BWindow* first = be_app->WindowAt(0);
+		ASSERT_NE(dynamic_cast<GlWindow*>(first), nullptr);
+		GlWindow* second = ShowInspector();
+		second->MoveTo(200, 150);
+		CloseWithCloseBox(second);
+		EXPECT_TRUE(HasClosed(second));
+		EXPECT_EQ(settings.Settings(), "");
+		EXPECT_EQ(quits.Count(), 0);
+
+		CloseWithCloseBox(first);
+		EXPECT_TRUE(HasClosed(first));
+		EXPECT_EQ(settings.Settings().substr(0, 16), "0\n60 60 460 330\n");
+		EXPECT_EQ(quits.Count(), 1);
 	});
 }
