@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <Box.h>
+#include <Node.h>
 #include <TextView.h>
 
 #include "Formatting.h"
@@ -249,5 +250,25 @@ TEST(GlintViewTest, TheAttributePanelTakesTheHeightLeftAfterAResize)
 		EXPECT_GT(attributes.top, nodeBox.bottom);
 		EXPECT_EQ(nodeBox.right, bounds.right);
 		EXPECT_EQ(path.right, infoPanel.Width());
+	});
+}
+
+TEST(GlintViewTest, TheAttributePanelListsTheNodesAttributes)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string file = folder.File("tagged");
+	BNode node(file.c_str());
+	int32 rating = 5;
+	ASSERT_EQ(node.WriteAttr("comment", B_STRING_TYPE, 0, "fine", 5), 5);
+	ASSERT_EQ(node.WriteAttr("rating", B_INT32_TYPE, 0, &rating, sizeof(rating)), 4);
+	WindowTester::RunHeadless([&] {
+		GlWindow* window = ShowInspector();
+		DropOnInspector(window, {file});
+		ASSERT_TRUE(window->Lock());
+		BBox* attributes = dynamic_cast<BBox*>(window->FindView("Attributes"));
+		ASSERT_NE(attributes, nullptr);
+		EXPECT_STREQ(attributes->Label(), "Attributes (2)");
+		window->Unlock();
 	});
 }
