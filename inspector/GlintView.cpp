@@ -64,7 +64,7 @@ Place(BView* view, BRect frame)
 struct GlintView::Layout {
 	Layout(BRect bounds, float lineHeight, float setButtonWidth)
 	{
-		row = lineHeight + 10;
+		row = lineHeight + 8;
 		float labelHeight = lineHeight + 2;
 		nodeBox = BRect(0, 0, bounds.Width(), labelHeight + (kFieldCount + 1) * row + kGap);
 		icon = BRect(kMargin, labelHeight + kGap, kMargin + kIconSize - 1,
@@ -182,7 +182,7 @@ GlintView::pvBuildAttributes(const Layout& layout)
 		throw StatusError(B_NAME_NOT_FOUND, "attribute panel without its container");
 	BRect buttonFrame = container->Bounds();
 	buttonFrame.InsetBy(kGap, kGap);
-	buttonFrame.top = buttonFrame.bottom - layout.row + kGap;
+	buttonFrame.top = buttonFrame.bottom - layout.row + 2 * kGap;
 	buttonFrame.right = buttonFrame.left + StringWidth(kNewButtonText);
 	if (BView* list = FindView("ScrollList"))
 		list->ResizeBy(0, -(buttonFrame.Height() + 2 * kGap));
