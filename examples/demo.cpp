@@ -1,7 +1,7 @@
 // A window of the interface kit's controls: a menu bar with an Edit menu for
 // the focused text view, a box of radio buttons and buttons, a text control, a
-// text view, a list of 10,000 rows, an alert and a file panel. With --screenshot FILE.png it renders the window
-// headless to FILE.png and quits.
+// text view, a list of 10,000 rows, an alert and a file panel. With
+// --screenshot FILE.png it renders the window headless to FILE.png and quits.
 
 #include <cmath>
 #include <cstdio>

@@ -49,8 +49,8 @@ FilePanelItem::DrawItem(BView* owner, BRect frame, bool complete)
 	if (fIcon != nullptr) {
 		drawing_mode mode = owner->DrawingMode();
 		owner->SetDrawingMode(B_OP_OVER);
-		owner->DrawBitmap(fIcon.get(),
-			BPoint(frame.left + kIconLeft, std::floor(frame.top + (frame.Height() - kIconSize) / 2 + 1)));
+		float top = std::floor(frame.top + (frame.Height() - kIconSize) / 2 + 1);
+		owner->DrawBitmap(fIcon.get(), BPoint(frame.left + kIconLeft, top));
 		owner->SetDrawingMode(mode);
 	}
 	BStringItem::DrawItem(owner, BRect(strip.right + 1, frame.top, frame.right, frame.bottom),

@@ -1,5 +1,6 @@
 #include "FilePanelWindow.h"
 
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,6 +33,8 @@ const uint32 kSelected = 'fpSl';
 const uint32 kInvoked = 'fpIv';
 const uint32 kPathTyped = 'fpPt';
 const uint32 kNameChanged = 'fpNm';
+
+const bigtime_t kTypeAheadPause = 1000000;
 
 const float kMargin = 8;
 const float kSpacing = 10;
@@ -228,6 +231,8 @@ FilePanelWindow::DispatchMessage(BMessage* message, BHandler* handler)
 				return;
 		}
 	}
+	if (message->what == B_KEY_DOWN && CurrentFocus() == fList && pvTypeAhead(message))
+		return;
 	// The close box and Command-W hide the panel; it lives until it is deleted.
 	if (message->what == B_QUIT_REQUESTED && handler == this) {
 		pvCancel();
@@ -428,6 +433,35 @@ FilePanelWindow::pvSelectName(const char* name)
 			return;
 		}
 	}
+}
+
+// Letters typed in the list select the first entry whose name starts with
+// them; a pause starts a new name.
+bool
+FilePanelWindow::pvTypeAhead(BMessage* message)
+{
+	const char* bytes;
+	int32 modifiers = 0;
+	message->FindInt32("modifiers", &modifiers);
+	if (message->FindString("bytes", &bytes) != B_OK || uchar(bytes[0]) < B_SPACE
+		|| bytes[0] == B_DELETE || (modifiers & (B_COMMAND_KEY | B_CONTROL_KEY)) != 0) {
+		return false;
+	}
+	bigtime_t now = system_time();
+	if (now - fLastTyped > kTypeAheadPause)
+		fTyped.clear();
+	fLastTyped = now;
+	fTyped += bytes;
+	for (int32 i = 0; i < fList->CountItems(); i++) {
+		FilePanelItem* item = pvItemAt(i);
+		if (item->IsEnabled()
+			&& strncasecmp(item->Ref().name, fTyped.c_str(), fTyped.size()) == 0) {
+			fList->Select(i);
+			fList->ScrollToSelection();
+			break;
+		}
+	}
+	return true;
 }
 
 // #pragma mark - actions

@@ -79,6 +79,7 @@ private:
 	void pvAnswer(BMessage* message);
 	void pvCancel();
 	bool pvEnterKey();
+	bool pvTypeAhead(BMessage* message);
 
 	BFilePanel* fPanel;
 	file_panel_mode fMode;
@@ -88,6 +89,9 @@ private:
 	BRefFilter* fFilter = nullptr;
 	bool fHideWhenDone = true;
 	std::string fPath;
+	// What was typed in the list to find an entry, and when.
+	std::string fTyped;
+	bigtime_t fLastTyped = 0;
 
 	BButton* fUpButton = nullptr;
 	BTextControl* fPathField = nullptr;
