@@ -7,9 +7,11 @@
 #include <vector>
 
 #include <Box.h>
+#include <ListView.h>
 #include <Node.h>
 #include <TextView.h>
 
+#include "CMultiTextItem.h"
 #include "Formatting.h"
 #include "GlintView.h"
 #include "InspectorTestSupport.h"
@@ -253,7 +255,7 @@ TEST(GlintViewTest, TheAttributePanelTakesTheHeightLeftAfterAResize)
 	});
 }
 
-TEST(GlintViewTest, TheAttributePanelListsTheNodesAttributes)
+TEST(GlintViewTest, TheAttributePanelListsTheNodesAttributesAndSelectsOneByName)
 {
 	TempFolder folder;
 	ASSERT_XATTRS(folder);
@@ -269,6 +271,21 @@ TEST(GlintViewTest, TheAttributePanelListsTheNodesAttributes)
 		BBox* attributes = dynamic_cast<BBox*>(window->FindView("Attributes"));
 		ASSERT_NE(attributes, nullptr);
 		EXPECT_STREQ(attributes->Label(), "Attributes (2)");
+		BListView* list = dynamic_cast<BListView*>(window->FindView("attrList"));
+		ASSERT_NE(list, nullptr);
+		EXPECT_EQ(list->CurrentSelection(), -1);
+		window->Unlock();
+
+		// The item editor's request after a save reaches the list through the
+		// window and the panel.
+		BMessage select('SelI');
+		select.AddString("attrName", "rating");
+		window->PostMessage(&select);
+		WindowTester(window).WaitForIdle();
+		ASSERT_TRUE(window->Lock());
+		int32 selected = list->CurrentSelection();
+		ASSERT_GE(selected, 0);
+		EXPECT_STREQ(static_cast<CMultiTextItem*>(list->ItemAt(selected))->GetString(CMultiTextItem::kNameColumn), "rating");
 		window->Unlock();
 	});
 }
