@@ -2,7 +2,6 @@
 
 #include <strings.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <cstring>
