@@ -173,16 +173,6 @@ TEST_F(SettingsFileTest, WritesSixLinesOfIntegers)
 		"100 100 616 280\n", ReadSettings());
 }
 
-TEST_F(SettingsFileTest, WhatIsWrittenIsReadBack)
-{
-	BRect rects[5] = {BRect(1, 2, 3, 4), BRect(5, 6, 7, 8), BRect(-9, -10, 11, 12),
-		BRect(13, 14, 15, 16), BRect(17, 18, 19, 20)};
-	WriteWindowRects(rects, 5);
-	ReadWindowRects(fRects, 5);
-	for (int i = 0; i < 5; i++)
-		EXPECT_EQ(rects[i], fRects[i]) << "slot " << i;
-}
-
 TEST_F(SettingsFileTest, ASettingsFolderPathTooLongIsNeverUsed)
 {
 	std::string deep = fFolder + "/" + std::string(120, 'd');

@@ -1,5 +1,5 @@
-// Finding windows by name and title, the fatal error, status checks and the
-// Shift key of the message being handled.
+// Finding windows by name and title, the fatal error and the Shift key of the
+// message being handled.
 
 #include <gtest/gtest.h>
 
@@ -105,16 +105,6 @@ TEST(WindowLookupTest, NextWindowsFollowTheWindowList)
 		EXPECT_EQ(3, CountSubsidiaryWindows(nullptr, nullptr));
 		EXPECT_EQ(0, CountSubsidiaryWindows("IconWindow", nullptr));
 	});
-}
-
-TEST(WindowLookupTest, StatusChecksKeepTheLastStatus)
-{
-	EXPECT_TRUE(StatusOK(B_OK, "read", "Source/GlintApp", 1));
-	EXPECT_EQ(B_OK, gLastStatus);
-	EXPECT_FALSE(STATUS_OK(B_ENTRY_NOT_FOUND));
-	EXPECT_EQ(B_ENTRY_NOT_FOUND, gLastStatus);
-	EXPECT_EQ(B_NO_MEMORY, STATUS_WARN(B_NO_MEMORY));
-	EXPECT_EQ(B_ENTRY_NOT_FOUND, gLastStatus) << "StatusWarn keeps nothing";
 }
 
 TEST(WindowLookupTest, ShiftComesFromTheMessageBeingHandled)
