@@ -134,26 +134,54 @@ OpenCrowdedNode(benchmark::State& state)
 	state.SetItemsProcessed(state.iterations() * file.Count());
 }
 
+// Appends kAddedRows rows to the panel.
+void
+AddRows()
+{
+	gPanel.window->Lock();
+	for (int32 index = 0; index < kAddedRows; index++) {
+		std::string name = "attribute " + std::to_string(index);
+		AttrData data(name.c_str(), 'LONG', &index, sizeof(index));
+		gPanel.view->AddNewAttribute(data);
+	}
+	gPanel.view->UpdateTitle(kAddedRows);
+	gPanel.window->Unlock();
+}
+
+// Empties the panel: a node that does not exist leaves no rows.
+void
+EmptyList()
+{
+	gPanel.window->Lock();
+	gPanel.view->AddAttrInfo(nullptr);
+	gPanel.window->Unlock();
+}
+
 void
 AddManyRows(benchmark::State& state)
 {
 	for (auto _ : state) {
 		state.PauseTiming();
-		gPanel.window->Lock();
-		// A node that does not exist empties the list.
-		gPanel.view->AddAttrInfo(nullptr);
-		gPanel.window->Unlock();
+		EmptyList();
 		WaitForDrawing(state);
 		state.ResumeTiming();
 
-		gPanel.window->Lock();
-		for (int32 index = 0; index < kAddedRows; index++) {
-			std::string name = "attribute " + std::to_string(index);
-			AttrData data(name.c_str(), 'LONG', &index, sizeof(index));
-			gPanel.view->AddNewAttribute(data);
-		}
-		gPanel.view->UpdateTitle(kAddedRows);
-		gPanel.window->Unlock();
+		AddRows();
+		WaitForDrawing(state);
+	}
+	state.SetItemsProcessed(state.iterations() * kAddedRows);
+}
+
+void
+EmptyManyRows(benchmark::State& state)
+{
+	for (auto _ : state) {
+		state.PauseTiming();
+		AddRows();
+		WaitForDrawing(state);
+		state.ResumeTiming();
+
+		EmptyList();
 		WaitForDrawing(state);
 	}
 	state.SetItemsProcessed(state.iterations() * kAddedRows);
@@ -163,6 +191,7 @@ AddManyRows(benchmark::State& state)
 
 BENCHMARK(OpenCrowdedNode)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(AddManyRows)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(EmptyManyRows)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 int
 main(int argc, char** argv)
