@@ -13,6 +13,7 @@
 
 #include "AttrData.h"
 #include "CMultiTextItem.h"
+#include "ListColors.h"
 #include "SpecialListView.h"
 
 using BPrivate::WindowTester;
@@ -144,5 +145,33 @@ TEST(SpecialListViewTest, SelectsTheRowOfANameIgnoringCaseElseTheFirstRow)
 			EXPECT_EQ(index, w.list->CurrentSelection()) << name;
 			w.window->Unlock();
 		}
+	});
+}
+
+TEST(SpecialListViewTest, FramesItselfInBlueWhileItHasTheFocus)
+{
+	WindowTester::RunHeadless([] {
+		ListWindow w(3);
+		ASSERT_EQ(B_OK, w.tester.WaitForIdle());
+		ASSERT_TRUE(w.window->Lock());
+		BPoint corner = w.list->ConvertToScreen(w.list->Bounds().LeftBottom())
+			- w.window->Frame().LeftTop();
+		rgb_color low = w.list->LowColor();
+		EXPECT_TRUE(w.list->IsFocus());
+		w.window->Unlock();
+		EXPECT_EQ(BlueColor, w.tester.PixelAt(corner));
+
+		ASSERT_TRUE(w.window->Lock());
+		w.list->MakeFocus(false);
+		w.window->Unlock();
+		ASSERT_EQ(B_OK, w.tester.WaitForIdle());
+		EXPECT_EQ(low, w.tester.PixelAt(corner));
+
+		// The frame comes back with the focus.
+		ASSERT_TRUE(w.window->Lock());
+		w.list->MakeFocus(true);
+		w.window->Unlock();
+		ASSERT_EQ(B_OK, w.tester.WaitForIdle());
+		EXPECT_EQ(BlueColor, w.tester.PixelAt(corner));
 	});
 }
