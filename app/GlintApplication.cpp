@@ -33,11 +33,11 @@ GlintApplication::GlintApplication()
 	fLaunchTime(0),
 	fRefsReceived(false)
 {
-	theApp = this;
 	GetPrefs();
 	// There is always one inspector window, empty until a node arrives.
 	GlWindow* window = new GlWindow(fWindowRects[kInspectorSlot]);
 	window->Show();
+	theApp = this;
 }
 
 GlintApplication::~GlintApplication()
