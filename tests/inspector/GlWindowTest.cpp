@@ -107,6 +107,16 @@ private:
 	std::string fPrevious;
 };
 
+// The application launched without paths to open.
+class PlainLaunch : public GlintApplication {
+public:
+	PlainLaunch()
+	{
+		const char* argv[] = {"vellum"};
+		SetLaunchArguments(1, argv);
+	}
+};
+
 }	// namespace
 
 TEST(GlWindowTest, AnEmptyWindowOffersOnlyWhatNeedsNoNode)
@@ -203,7 +213,7 @@ TEST(GlWindowTest, RefsGoToTheWindowAsDropsOrOneByIndex)
 	});
 }
 
-TEST(GlWindowTest, ClearAndCutActOnTheFocusedField)
+TEST(GlWindowTest, ClearCutAndPasteActOnTheFocusedField)
 {
 	TempFolder folder;
 	std::string file = folder.File("clipped");
@@ -225,6 +235,12 @@ TEST(GlWindowTest, ClearAndCutActOnTheFocusedField)
 		window->PostMessage(B_CUT);
 		WindowTester(window).WaitForIdle();
 		EXPECT_EQ(FieldText(window, "Path"), "");
+
+		// What was cut comes back. (Leaving the edited field would ask
+		// whether to move the node.)
+		window->PostMessage(B_PASTE);
+		WindowTester(window).WaitForIdle();
+		EXPECT_EQ(FieldText(window, "Path"), file.substr(5));
 	});
 }
 
@@ -237,8 +253,12 @@ TEST(GlWindowTest, ClosingOneOfTwoInspectorsLeavesTheApplicationRunning)
 		GlWindow* first = ShowInspector();
 		GlWindow* second = ShowInspector();
 		DropOnInspector(second, {file});
-		// The Close command of a loaded window.
-		second->PostMessage('Glcw');
+		// Command-W does nothing in an empty window and closes a loaded one.
+		WindowTester firstTester(first);
+		firstTester.TypeKey('w', B_COMMAND_KEY);
+		ASSERT_EQ(firstTester.WaitForIdle(), B_OK);
+		EXPECT_TRUE(IsOpen(first));
+		WindowTester(second).TypeKey('w', B_COMMAND_KEY);
 		WindowTester(second).WaitForIdle();
 		EXPECT_TRUE(HasClosed(second));
 		EXPECT_EQ(quits.Count(), 0);
@@ -319,7 +339,7 @@ TEST(GlWindowTest, SelectNodeOpensAFilePanelAndAboutOpensCentredOnTheWindow)
 TEST(GlWindowTest, OnlyTheLastInspectorToCloseWritesTheSettings)
 {
 	SettingsFolder settings;
-	WindowTester::RunApplicationHeadless([] { return new GlintApplication(); }, [&] {
+	WindowTester::RunApplicationHeadless([] { return new PlainLaunch(); }, [&] {
 		QuitCounter quits;
 		// The application opens the first inspector at the remembered place.
 		BWindow* first = be_app->WindowAt(0);
