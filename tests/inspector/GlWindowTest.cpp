@@ -7,6 +7,7 @@
 #include <fstream>
 #include <sstream>
 
+#include <Box.h>
 #include <OS.h>
 #include <TextView.h>
 
@@ -135,6 +136,29 @@ TEST(GlWindowTest, AnEmptyWindowOffersOnlyWhatNeedsNoNode)
 		float minWidth, maxWidth, minHeight, maxHeight;
 		window->GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
 		EXPECT_EQ(BRect(minWidth, minHeight, maxWidth, maxHeight), BRect(370, 150, 1000, 1000));
+	});
+}
+
+TEST(GlWindowTest, APastelFrameSurroundsTheWhitePanel)
+{
+	WindowTester::RunHeadless([] {
+		GlWindow* window = ShowInspector();
+		ASSERT_TRUE(window->Lock());
+		BView* mainView = window->FindView("MainView");
+		ASSERT_NE(mainView, nullptr);
+		BPoint margin = window->ConvertFromScreen(mainView->ConvertToScreen(BPoint(2, 30)));
+		BView* panel = window->FindView("GlintView");
+		ASSERT_NE(panel, nullptr);
+		// Between the node box and the attribute panel.
+		BPoint inside = window->ConvertFromScreen(panel->ConvertToScreen(
+			BPoint(panel->Bounds().right - 2, window->FindView("NodeBox")->Frame().bottom + 2)));
+		BBox* box = dynamic_cast<BBox*>(window->FindView("DecorativeBox"));
+		ASSERT_NE(box, nullptr);
+		EXPECT_EQ(box->Border(), B_FANCY_BORDER);
+		window->Unlock();
+		WindowTester tester(window);
+		EXPECT_EQ(tester.PixelAt(margin), make_color(255, 255, 232));
+		EXPECT_EQ(tester.PixelAt(inside), make_color(255, 255, 255));
 	});
 }
 

@@ -9,10 +9,12 @@
 #include <Box.h>
 #include <ListView.h>
 #include <Node.h>
+#include <Path.h>
 #include <TextView.h>
 
 #include "CMultiTextItem.h"
 #include "Formatting.h"
+#include "IconView.h"
 #include "GlintView.h"
 #include "InspectorTestSupport.h"
 #include "StatusError.h"
@@ -115,6 +117,15 @@ TEST(GlintViewTest, AFileShowsItsNameSizeDateAndPath)
 		EXPECT_EQ(ShownViews(window), "Info Panel,Inst2,NewAttr,");
 		EXPECT_TRUE(FieldEditable(window, "Size"));
 		EXPECT_TRUE(FieldEditable(window, "Name"));
+
+		// The icon well shows the node instead of the application.
+		ASSERT_TRUE(window->Lock());
+		IconView* icon = dynamic_cast<IconView*>(window->FindView("Icon"));
+		ASSERT_NE(icon, nullptr);
+		BPath shown;
+		ASSERT_EQ(icon->Entry()->GetPath(&shown), B_OK);
+		EXPECT_EQ(std::string(shown.Path()), file);
+		window->Unlock();
 	});
 }
 
