@@ -60,13 +60,14 @@ Place(BView* view, BRect frame)
 }	// namespace
 
 // Where the panel's views stand for a given size of the panel. The icon and the
-// fields share the node box; the attribute panel takes the height that is left.
+// fields share the node box, which has a row for the target of a link only while
+// it shows one; the attribute panel takes the height that is left.
 struct GlintView::Layout {
-	Layout(BRect bounds, float lineHeight, float setButtonWidth)
+	Layout(BRect bounds, float lineHeight, float setButtonWidth, bool withTarget)
 	{
 		row = lineHeight + 8;
 		float labelHeight = lineHeight + 2;
-		nodeBox = BRect(0, 0, bounds.Width(), labelHeight + (kFieldCount + 1) * row + kGap);
+		nodeBox = BRect(0, 0, bounds.Width(), labelHeight + (kFieldCount + (withTarget ? 1 : 0)) * row + kGap);
 		icon = BRect(kMargin, labelHeight + kGap, kMargin + kIconSize - 1,
 			labelHeight + kGap + kIconSize - 1);
 		float fieldsLeft = icon.right + 1 + kMargin;
@@ -199,7 +200,9 @@ GlintView::pvLayout() const
 	font_height height;
 	GetFontHeight(&height);
 	float lineHeight = std::ceil(height.ascent + height.descent + height.leading);
-	return Layout(Bounds(), lineHeight, StringWidth(kSetButtonText));
+	BView* target = FindView(kTargetField);
+	bool withTarget = target != nullptr && !target->IsHidden(target->Parent());
+	return Layout(Bounds(), lineHeight, StringWidth(kSetButtonText), withTarget);
 }
 
 NewTextControl*
@@ -231,6 +234,12 @@ void
 GlintView::FrameResized(float width, float height)
 {
 	BView::FrameResized(width, height);
+	pvPlaceViews();
+}
+
+void
+GlintView::pvPlaceViews()
+{
 	Layout layout = pvLayout();
 	Place(FindView("NodeBox"), layout.nodeBox);
 	Place(FindView("Info Panel"), layout.infoPanel);
@@ -423,6 +432,7 @@ GlintView::pvShowLinkTarget(BPath* target)
 		SetEntry(kTargetField, "");
 		HideView(kTargetField);
 		HideView(kSetButton);
+		pvPlaceViews();
 		return;
 	}
 	BPath linkTarget;
@@ -432,4 +442,5 @@ GlintView::pvShowLinkTarget(BPath* target)
 		? target->Path() : kBrokenLink);
 	ShowView(kTargetField);
 	ShowView(kSetButton);
+	pvPlaceViews();
 }

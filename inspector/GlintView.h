@@ -63,6 +63,7 @@ private:
 	struct Layout;
 
 	Layout pvLayout() const;
+	void pvPlaceViews();
 	void pvBuildNodeBox(const Layout& layout);
 	void pvBuildInfoPanel(const Layout& layout);
 	void pvBuildAttributes(const Layout& layout);

@@ -47,6 +47,16 @@ FieldEditable(BWindow* window, const char* name)
 	return editable;
 }
 
+BRect
+FrameOf(BWindow* window, const char* name)
+{
+	EXPECT_TRUE(window->Lock());
+	BView* view = window->FindView(name);
+	BRect frame = view != nullptr ? view->Frame() : BRect();
+	window->Unlock();
+	return frame;
+}
+
 GlintView*
 PanelOf(BWindow* window)
 {
@@ -167,10 +177,20 @@ TEST(GlintViewTest, ALinkShowsItsTargetOrThatItIsBroken)
 		EXPECT_EQ(FieldText(window, "Name"), "broken");
 		EXPECT_EQ(FieldText(window, "Target Path"), "<Broken Link>");
 
-		// A plain file after a link hides the target again.
+		BRect linkBox = FrameOf(window, "NodeBox");
+		BRect linkAttributes = FrameOf(window, "Attributes");
+
+		// A plain file after a link hides the target again, and its row leaves
+		// the height to the attributes.
 		DropOnInspector(window, {target});
 		EXPECT_EQ(FieldText(window, "Target Path"), "");
 		EXPECT_EQ(ShownViews(window), "Info Panel,Inst2,NewAttr,");
+		BRect fileBox = FrameOf(window, "NodeBox");
+		BRect fileAttributes = FrameOf(window, "Attributes");
+		EXPECT_LT(fileBox.Height(), linkBox.Height());
+		EXPECT_EQ(fileAttributes.Height() - linkAttributes.Height(),
+			linkBox.Height() - fileBox.Height());
+		EXPECT_EQ(fileAttributes.bottom, linkAttributes.bottom);
 	});
 }
 
