@@ -238,12 +238,13 @@ GlintApplication::ArgvReceived(int32 argc, char** argv)
 	if (argc <= 1)
 		return;
 	// The arguments are read from argv[0] on, so the program's own path is
-	// the first one converted and the last argument is never read.
+	// the first one converted and the last argument is never read. Paths of
+	// entries that do not exist are skipped.
 	BMessage drop(kDropMessage);
 	char** argument = argv;
 	for (int32 i = 1; i < argc; i++, argument++) {
 		entry_ref ref;
-		if (get_ref_for_path(*argument, &ref) == B_OK)
+		if (get_ref_for_path(*argument, &ref) == B_OK && BEntry(&ref).Exists())
 			drop.AddRef("refs", &ref);
 	}
 	RefsReceived(&drop);

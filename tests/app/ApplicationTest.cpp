@@ -249,6 +249,9 @@ TEST_F(ApplicationTest, CommandLinePathsAreReadFromTheProgramsOwnPathOn)
 		EXPECT_TRUE(app->RefsWereReceived());
 		EXPECT_EQ(nullptr, AboutWindow());
 	});
+	RunVellum({Node("a.txt"), Node("missing.txt"), Node("b.txt")}, [](GlintApplication*) {
+		EXPECT_EQ("a.txt", ShownNodes()) << "a path of no entry is skipped";
+	});
 	RunVellum({"/nonexistent/vellum", Node("a.txt")}, [](GlintApplication* app) {
 		EXPECT_EQ("-", ShownNodes());
 		EXPECT_FALSE(app->RefsWereReceived());
