@@ -160,6 +160,9 @@ BWindow::Quit()
 	}
 	if ((fFlags & B_QUIT_ON_WINDOW_CLOSE) != 0)
 		be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+	// A window that quits leaves the window list at once, not when it is deleted
+	// after its loop, so that nobody who finds it gone still sees it listed.
+	BPrivate::RemoveWindow(this);
 	BLooper::Quit();
 }
 
