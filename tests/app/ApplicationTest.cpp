@@ -307,7 +307,7 @@ TEST_F(ApplicationTest, OptionSkipsTheFileAndOnlyTheLastCloseWritesIt)
 		ASSERT_EQ(2u, windows.size());
 
 		windows[1]->PostMessage(B_QUIT_REQUESTED);
-		// Until it is deleted, a window that has quit is still listed.
+		// The last window is the one left in the window list.
 		ASSERT_TRUE(WaitUntil([] { return CountSubsidiaryWindows("Vellum", nullptr) == 1; }));
 		EXPECT_EQ("0\n30 40 430 310\n", ReadSettings()) << "another window is still open";
 
