@@ -201,6 +201,20 @@ TEST_F(ApplicationTest, APlainLaunchShowsTheAboutBoxOverTheEmptyWindowUntilThePu
 	});
 }
 
+TEST_F(ApplicationTest, WithoutWindowsTheAboutBoxHasAPlaceOfItsOwn)
+{
+	WindowTester::HoldModifiers(B_SHIFT_KEY);
+	RunVellum({"vellum"}, [](GlintApplication*) {
+		// Gone without asking, so that the application keeps running.
+		GlWindow* inspector = InspectorWindows()[0];
+		ASSERT_TRUE(inspector->Lock());
+		inspector->Quit();
+		be_app->PostMessage(B_ABOUT_REQUESTED);
+		ASSERT_TRUE(WaitUntil([] { return AboutWindow() != nullptr; }));
+		EXPECT_EQ(BRect(200, 200, 500, 420), AboutWindow()->Frame());
+	});
+}
+
 TEST_F(ApplicationTest, ShiftAtLaunchShowsNoAboutBox)
 {
 	WindowTester::HoldModifiers(B_SHIFT_KEY);
