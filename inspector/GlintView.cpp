@@ -144,21 +144,25 @@ GlintView::pvBuildInfoPanel(const Layout& layout)
 
 	for (int32 i = 0; i < kFieldCount; i++) {
 		BRect frame = layout.Field(i);
-		panel->AddChild(MakeNewTextView(frame, kFieldNames[i], B_FOLLOW_NONE, 0));
+		pvAddField(panel, frame, kFieldNames[i]);
 	}
 	BRect targetFrame = layout.targetField;
-	NewTextControl* target = MakeNewTextView(targetFrame, kTargetField, B_FOLLOW_NONE, 0);
-	panel->AddChild(target);
-	target->Hide();
+	pvAddField(panel, targetFrame, kTargetField)->Hide();
 	BButton* setButton = new BButton(layout.setButton, kSetButton, "Set...",
 		new BMessage(kFindLinkTarget), B_FOLLOW_NONE);
 	panel->AddChild(setButton);
 	setButton->SetTarget(this);
 	setButton->Hide();
+}
 
-	for (int32 i = 0; i < kFieldCount; i++)
-		pvField(kFieldNames[i])->SetTarget(this);
-	target->SetTarget(this);
+// A field of the info panel; its edits come to this view.
+NewTextControl*
+GlintView::pvAddField(BView* panel, BRect& frame, const char* name)
+{
+	NewTextControl* field = MakeNewTextView(frame, name, B_FOLLOW_NONE, 0);
+	panel->AddChild(field);
+	field->SetTarget(this);
+	return field;
 }
 
 // The second instruction line and the attribute panel, with its "New" button

@@ -67,6 +67,7 @@ private:
 	void pvBuildNodeBox(const Layout& layout);
 	void pvBuildInfoPanel(const Layout& layout);
 	void pvBuildAttributes(const Layout& layout);
+	NewTextControl* pvAddField(BView* panel, BRect& frame, const char* name);
 	NewTextControl* pvField(const char* name) const;
 	void pvSetNode(const entry_ref& ref);
 	void pvCloseDataWindowsOf(const char* leafName);

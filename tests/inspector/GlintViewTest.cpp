@@ -320,3 +320,48 @@ TEST(GlintViewTest, TheAttributePanelListsTheNodesAttributesAndSelectsOneByName)
 		window->Unlock();
 	});
 }
+
+TEST(GlintViewTest, EditedFieldsAndTheSetButtonReachTheNodeEdits)
+{
+	TempFolder folder;
+	std::string target = folder.File("target");
+	std::string link = folder.Path("link");
+	ASSERT_EQ(symlink(target.c_str(), link.c_str()), 0);
+	std::vector<std::string> alerts;
+	WindowTester::SetAlertResponder([&alerts](const BPrivate::AlertInfo& alert) {
+		alerts.push_back(alert.text);
+		return 0;
+	});
+	WindowTester::RunHeadless([&] {
+		GlWindow* window = ShowInspector();
+		DropOnInspector(window, {link});
+		ASSERT_TRUE(window->Lock());
+		BTextView* name = dynamic_cast<BTextControl*>(window->FindView("Name"))->TextView();
+		name->MakeFocus(true);
+		name->SelectAll();
+		window->Unlock();
+		WindowTester tester(window);
+		tester.TypeText("renamed");
+		tester.TypeKey(B_ENTER);
+		ASSERT_EQ(tester.WaitForIdle(), B_OK);
+		// Cancelled: the name stands as it was.
+		ASSERT_EQ(alerts.size(), 1u);
+		EXPECT_NE(alerts[0].find("Change the name of"), std::string::npos);
+		EXPECT_EQ(FieldText(window, "Name"), "link");
+
+		ASSERT_TRUE(window->Lock());
+		BView* button = window->FindView("SetTargetPath");
+		BPoint where = window->ConvertFromScreen(button->ConvertToScreen(
+			button->Bounds().LeftTop() + BPoint(5, 5)));
+		window->Unlock();
+		tester.Click(where);
+		ASSERT_EQ(tester.WaitForIdle(), B_OK);
+		BWindow* panel = nullptr;
+		for (int32 i = 0; BWindow* open = be_app->WindowAt(i); i++) {
+			if (std::string(open->Title()).find("Select a node to link") == 0)
+				panel = open;
+		}
+		EXPECT_NE(panel, nullptr);
+	});
+	WindowTester::SetAlertResponder(nullptr);
+}
