@@ -206,6 +206,7 @@ private:
 	void pvInit(BRect textRect, const BFont* font, const rgb_color* color);
 	void pvReplaceSelection(const char* text, int32 length);
 	void pvTypeCharacters(const char* bytes, int32 numBytes);
+	void pvNewLine();
 	void pvMoveCaret(int32 offset, bool extend);
 	void pvKeyMove(uint32 key, uint32 modifiers);
 	int32 pvVerticalTarget(int32 offset, int32 lines);
@@ -221,8 +222,9 @@ private:
 	void pvUpdateScrollBars();
 	void pvInvalidateLines(int32 from, int32 to);
 	void pvInvalidateSelection();
+	int32 pvFirstCellRightOf(int32 line, float x) const;
 	void pvDrawLine(int32 line, BRect updateRect);
-	void pvDrawSelection(int32 line);
+	void pvDrawSelection(int32 line, BRect updateRect);
 	BRect pvCaretFrame(int32 offset) const;
 	float pvLineLeft(int32 line) const;
 	int32 pvLineAtY(float y) const;

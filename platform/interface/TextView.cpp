@@ -944,7 +944,7 @@ BTextView::Draw(BRect updateRect)
 	int32 first = pvLineAtY(updateRect.top);
 	int32 last = pvLineAtY(updateRect.bottom);
 	for (int32 line = first; line <= last; line++) {
-		pvDrawSelection(line);
+		pvDrawSelection(line, updateRect);
 		pvDrawLine(line, updateRect);
 	}
 	if (fCaretVisible && fEditable && fSelStart == fSelEnd && IsActiveTextView()) {
@@ -954,10 +954,25 @@ BTextView::Draw(BRect updateRect)
 	PopState();
 }
 
-void
-BTextView::pvDrawSelection(int32 line)
+int32
+BTextView::pvFirstCellRightOf(int32 line, float x) const
 {
-	int32 start = std::max(fLayout->LineAt(line).offset, fSelStart);
+	// Cells run left to right along a line.
+	int32 low = fLayout->LineAt(line).offset, high = fLayout->LineEnd(line);
+	while (low < high) {
+		int32 middle = (low + high) / 2;
+		if (ByteCell(middle).right >= x)
+			high = middle;
+		else
+			low = middle + 1;
+	}
+	return pvPin(low);
+}
+
+void
+BTextView::pvDrawSelection(int32 line, BRect updateRect)
+{
+	int32 start = std::max(pvFirstCellRightOf(line, updateRect.left), fSelStart);
 	int32 end = std::min(fLayout->LineEnd(line), fSelEnd);
 	if (start >= end || !fSelectable)
 		return;
@@ -965,6 +980,8 @@ BTextView::pvDrawSelection(int32 line)
 		IsActiveTextView() ? B_DARKEN_2_TINT : B_DARKEN_1_TINT));
 	for (int32 offset = start; offset < end; offset = NextCharacter(fText, offset)) {
 		BRect cell = ByteCell(offset);
+		if (cell.left > updateRect.right)
+			break;
 		// A selected line feed reaches to the edge of the text.
 		if (fText[offset] == '\n')
 			cell.right = std::max(cell.left, fTextRect.right);
@@ -977,15 +994,17 @@ BTextView::pvDrawLine(int32 line, BRect updateRect)
 {
 	const TextLayout::Line& info = fLayout->LineAt(line);
 	int32 end = fLayout->LineEnd(line);
-	int32 run = fStyles->RunIndexAt(info.offset);
+	int32 offset = pvFirstCellRightOf(line, updateRect.left);
+	int32 run = fStyles->RunIndexAt(offset);
 	int32 style = -1;
-	for (int32 offset = info.offset; offset < end;) {
+	while (offset < end) {
 		int32 next = NextCharacter(fText, offset);
 		while (run + 1 < fStyles->CountRuns() && fStyles->RunAt(run + 1).offset <= offset)
 			run++;
 		BRect cell = ByteCell(offset);
-		if (uchar(fText[offset]) >= ' ' && cell.left <= updateRect.right
-			&& cell.right >= updateRect.left) {
+		if (cell.left > updateRect.right)
+			break;
+		if (uchar(fText[offset]) >= ' ') {
 			if (fStyles->RunAt(run).style != style) {
 				style = fStyles->RunAt(run).style;
 				BView::SetFont(&fStyles->Style(style).font);
@@ -1046,7 +1065,7 @@ BTextView::KeyDown(const char* bytes, int32 numBytes)
 			break;
 		case B_ENTER:
 			if (fEditable)
-				pvTypeCharacters("\n", 1);
+				pvNewLine();
 			else
 				BView::KeyDown(bytes, numBytes);
 			break;
@@ -1071,6 +1090,21 @@ BTextView::pvTypeCharacters(const char* bytes, int32 numBytes)
 		}
 	}
 	pvReplaceSelection(typed.data(), static_cast<int32>(typed.size()));
+}
+
+void
+BTextView::pvNewLine()
+{
+	// With autoindent the new line starts with the spaces and tabs of this one.
+	std::string line = "\n";
+	if (fAutoindent) {
+		int32 start = fSelStart;
+		while (start > 0 && fText[start - 1] != '\n')
+			start--;
+		for (int32 i = start; i < fSelStart && ClassOf(fText[i]) == kSpaceClass; i++)
+			line += fText[i];
+	}
+	pvTypeCharacters(line.data(), static_cast<int32>(line.size()));
 }
 
 bool

@@ -1,12 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <chrono>
 #include <string>
 
 #include <Application.h>
 #include <Clipboard.h>
 #include <Message.h>
 #include <MessageFilter.h>
+#include <Region.h>
+#include <ScrollBar.h>
+#include <ScrollView.h>
 #include <TextView.h>
 #include <Window.h>
 #include <WindowTester.h>
@@ -470,4 +474,153 @@ TEST(TextViewTest, KeysPassTheFocusViewsFiltersAndComposedTextIsTyped)
 		BMessenger(nullptr, window).SendMessage(B_SELECT_ALL);
 		EXPECT_EQ("0-8 ab\xe6\x97\xa5\xe6\x9c\xac", Selection(window, tester));
 	});
+}
+
+namespace {
+
+// Places every byte on a grid of 20 by 30 pixel cells, a line per row.
+class GridTextView : public BTextView {
+public:
+	GridTextView(BRect frame)
+		: BTextView(frame, "grid", BRect(0, 0, frame.Width(), frame.Height()), B_FOLLOW_NONE)
+	{
+		SetWordWrap(false);
+	}
+
+protected:
+	BRect ByteCell(int32 offset) const override
+	{
+		int32 line = LineAt(offset);
+		float left = 20.0f * float(offset - OffsetAt(line));
+		float top = 30.0f * float(line);
+		return BRect(left, top, left + 19, top + 29);
+	}
+};
+
+bool
+HasInk(WindowTester& tester, BRect rect)
+{
+	for (float y = rect.top; y <= rect.bottom; y++) {
+		for (float x = rect.left; x <= rect.right; x++) {
+			if (tester.PixelAt(BPoint(x, y)).red < 128)
+				return true;
+		}
+	}
+	return false;
+}
+
+}	// namespace
+
+TEST(TextViewTest, ASubclassPlacesTheCellsThatDrawingCaretAndClicksUse)
+{
+	WindowTester::RunHeadless([] {
+		BWindow* window = new BWindow(BRect(100, 100, 399, 199), "Grid", B_TITLED_WINDOW, 0);
+		GridTextView* view = new GridTextView(window->Bounds());
+		window->AddChild(view);
+		view->SetText("MM\nM");
+		view->MakeFocus(true);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(BPoint(20, 0), view->PointAt(1));
+		EXPECT_EQ(BPoint(0, 30), view->PointAt(3));
+		EXPECT_EQ(BPoint(20, 30), view->PointAt(4)) << "the text's end follows its last cell";
+		EXPECT_EQ(1, view->OffsetAt(BPoint(25, 10)));
+		EXPECT_EQ(2, view->OffsetAt(BPoint(35, 10)));
+		EXPECT_EQ(4, view->OffsetAt(BPoint(35, 40)));
+		BRegion region;
+		view->GetTextRegion(0, 2, &region);
+		EXPECT_EQ(BRect(0, 0, 39, 29), region.Frame());
+		window->Unlock();
+
+		EXPECT_TRUE(HasInk(tester, BRect(22, 2, 37, 27)));
+		EXPECT_TRUE(HasInk(tester, BRect(2, 32, 17, 57)));
+		EXPECT_FALSE(HasInk(tester, BRect(42, 2, 57, 57)));
+
+		tester.Click(BPoint(5, 45));
+		tester.TypeKey(B_RIGHT_ARROW, B_SHIFT_KEY);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		int32 start, end;
+		view->GetSelection(&start, &end);
+		EXPECT_EQ(3, start);
+		EXPECT_EQ(4, end);
+		window->Unlock();
+	});
+}
+
+TEST(TextViewTest, AScrolledViewFollowsTheCaretAndAutoindentKeepsTheIndent)
+{
+	WindowTester::RunHeadless([] {
+		BWindow* window = new BWindow(BRect(100, 100, 399, 199), "Scroll", B_TITLED_WINDOW, 0);
+		BTextView* view = new BTextView(BRect(0, 0, 280, 99), "text", BRect(2, 2, 270, 97),
+			B_FOLLOW_NONE);
+		BScrollView* scroll = new BScrollView("scroll", view, B_FOLLOW_NONE, 0, false, true);
+		window->AddChild(scroll);
+		std::string text;
+		for (int32 i = 0; i < 40; i++)
+			text += "line " + std::to_string(i) + "\n";
+		view->SetText(text.c_str());
+		view->MakeFocus(true);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+
+		ASSERT_TRUE(window->Lock());
+		EXPECT_TRUE(scroll->IsBorderHighlighted());
+		BScrollBar* bar = view->ScrollBar(B_VERTICAL);
+		ASSERT_NE(nullptr, bar);
+		float min, max;
+		bar->GetRange(&min, &max);
+		EXPECT_GT(max, view->TextHeight(0, 30));
+		window->Unlock();
+
+		tester.TypeKey(B_END, B_COMMAND_KEY);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_TRUE(view->Bounds().Contains(view->PointAt(view->TextLength())));
+		EXPECT_FLOAT_EQ(view->Bounds().top, bar->Value());
+		window->Unlock();
+		tester.TypeKey(B_PAGE_UP);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		int32 start, end;
+		view->GetSelection(&start, &end);
+		EXPECT_LT(start, view->TextLength());
+		EXPECT_TRUE(view->Bounds().Contains(view->PointAt(start)));
+		view->SetAutoindent(true);
+		window->Unlock();
+
+		tester.TypeText("\t x");
+		tester.TypeKey(B_ENTER);
+		tester.TypeText("y");
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		std::string typed(view->Text() + start);
+		EXPECT_EQ("\t x\n\t y", typed.substr(0, 7));
+		window->Unlock();
+	});
+}
+
+TEST(TextViewTest, A64KiBTextLaysOutAndEditsQuickly)
+{
+	BTextView view(BRect(0, 0, 399, 299), "big", BRect(0, 0, 399, 299), B_FOLLOW_NONE);
+	std::string text;
+	while (text.size() < 65536)
+		text += "0123456789abcdef 0123456789abcdef 0123456789abcdef 0123456789abcdef\n";
+	auto start = std::chrono::steady_clock::now();
+	view.SetText(text.c_str());
+	for (int32 i = 0; i < 200; i++)
+		view.Insert(30000 + i, "x", 1);
+	view.Delete(100, 40000);
+	auto elapsed = std::chrono::steady_clock::now() - start;
+	EXPECT_LT(elapsed, std::chrono::seconds(2));
+	EXPECT_EQ(int32(text.size()) + 200 - 39900, view.TextLength());
+	// Lines stay in step with a layout made from scratch.
+	int32 lines = view.CountLines();
+	view.SetWordWrap(false);
+	view.SetWordWrap(true);
+	EXPECT_EQ(lines, view.CountLines());
 }
