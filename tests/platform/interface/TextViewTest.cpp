@@ -624,3 +624,34 @@ TEST(TextViewTest, A64KiBTextLaysOutAndEditsQuickly)
 	view.SetWordWrap(true);
 	EXPECT_EQ(lines, view.CountLines());
 }
+
+TEST(TextViewTest, TheCaretBlinksOnlyInTheFocusedView)
+{
+	WithTextWindow("ab  ", [](TextWindow* window, WindowTester& tester) {
+		ASSERT_TRUE(window->Lock());
+		// The test gives the pulses itself.
+		window->SetPulseRate(0);
+		window->view->Select(4, 4);
+		float height;
+		BPoint caret = window->view->PointAt(4, &height) + BPoint(0, height / 2);
+		window->Unlock();
+		tester.Activate();
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		auto dark = [&] { return tester.PixelAt(caret).red < 128; };
+		EXPECT_TRUE(dark());
+		for (bool shown : {false, true, false}) {
+			ASSERT_TRUE(window->Lock());
+			window->view->Pulse();
+			window->Unlock();
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			EXPECT_EQ(shown, dark());
+		}
+		// Without the focus there is no caret, and pulses leave it away.
+		ASSERT_TRUE(window->Lock());
+		window->view->MakeFocus(false);
+		window->view->Pulse();
+		window->Unlock();
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_FALSE(dark());
+	});
+}
