@@ -633,15 +633,18 @@ TEST(TextViewTest, TheCaretBlinksOnlyInTheFocusedView)
 		window->SetPulseRate(0);
 		window->view->Select(4, 4);
 		float height;
-		BPoint caret = window->view->PointAt(4, &height) + BPoint(0, height / 2);
+		BPoint caret = window->view->PointAt(4, &height);
+		caret.y += height / 2;
+		EXPECT_TRUE(window->IsActive());
+		window->UpdateIfNeeded();
 		window->Unlock();
-		tester.Activate();
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		auto dark = [&] { return tester.PixelAt(caret).red < 128; };
 		EXPECT_TRUE(dark());
 		for (bool shown : {false, true, false}) {
 			ASSERT_TRUE(window->Lock());
 			window->view->Pulse();
+			window->UpdateIfNeeded();
 			window->Unlock();
 			ASSERT_EQ(B_OK, tester.WaitForIdle());
 			EXPECT_EQ(shown, dark());
@@ -650,6 +653,7 @@ TEST(TextViewTest, TheCaretBlinksOnlyInTheFocusedView)
 		ASSERT_TRUE(window->Lock());
 		window->view->MakeFocus(false);
 		window->view->Pulse();
+		window->UpdateIfNeeded();
 		window->Unlock();
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		EXPECT_FALSE(dark());
