@@ -141,7 +141,6 @@ BTextControl::AttachedToWindow()
 {
 	BControl::AttachedToWindow();
 	pvLayoutField();
-	pvFieldColors();
 }
 
 void
