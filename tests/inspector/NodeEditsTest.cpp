@@ -7,7 +7,6 @@
 #include <unistd.h>
 #include <utime.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,19 +16,18 @@
 #include <Message.h>
 #include <Messenger.h>
 #include <TextControl.h>
-#include <TextView.h>
 #include <Window.h>
 #include <WindowTester.h>
 
 #include "BrindleFile.h"
 #include "Formatting.h"
 #include "GlintView.h"
+#include "InspectorTestSupport.h"
 #include "StatusError.h"
 #include "app/AlertScript.h"
 #include "platform/storage/TempFolder.h"
 
 using BPrivate::AlertInfo;
-using BPrivate::WindowTester;
 
 namespace {
 
@@ -72,33 +70,27 @@ Exists(const std::string& path)
 	return access(path.c_str(), F_OK) == 0;
 }
 
-// An info panel in a window of its own, showing one node.
+// An inspector window showing one node, with its info panel.
 class Panel {
 public:
 	explicit Panel(const std::string& path)
-		: fWindow(new BWindow(BRect(100, 100, 699, 499), "Vellum", B_TITLED_WINDOW, 0)),
-		  fView(new GlintView(fWindow->Bounds()))
+		: fWindow(ShowInspector()),
+		  fTester(fWindow)
 	{
-		fWindow->AddChild(fView);
-		fWindow->Show();
-		fTester = std::make_unique<WindowTester>(fWindow);
-		Send(RefsMessage('DATA', path));
-	}
-
-	~Panel()
-	{
-		if (fWindow->Lock())
-			fWindow->Quit();
+		fWindow->Lock();
+		fView = dynamic_cast<GlintView*>(fWindow->FindView("GlintView"));
+		fWindow->Unlock();
+		EXPECT_NE(nullptr, fView);
+		DropOnInspector(fWindow, {path});
 	}
 
 	GlintView* View() const { return fView; }
 	BWindow* Window() const { return fWindow; }
-	WindowTester& Tester() { return *fTester; }
 
 	void Send(BMessage message)
 	{
 		BMessenger(fView).SendMessage(&message);
-		EXPECT_EQ(B_OK, fTester->WaitForIdle());
+		EXPECT_EQ(B_OK, fTester.WaitForIdle());
 	}
 
 	// The field sends its text, as after the user typed it and pressed Enter.
@@ -114,64 +106,23 @@ public:
 	BControl* SetField(const char* field, const std::string& text)
 	{
 		fWindow->Lock();
-		BTextControl* control = Control(field);
-		control->SetText(text.c_str());
+		BTextControl* control = dynamic_cast<BTextControl*>(fWindow->FindView(field));
+		EXPECT_NE(nullptr, control) << field;
+		if (control != nullptr)
+			control->SetText(text.c_str());
 		fWindow->Unlock();
 		return control;
 	}
 
-	std::string Field(const char* field)
-	{
-		fWindow->Lock();
-		std::string text = Control(field)->Text();
-		fWindow->Unlock();
-		return text;
-	}
-
-	// Types text over the whole of the field and presses Enter.
-	void Type(const char* field, const char* text)
-	{
-		fWindow->Lock();
-		BTextView* textView = Control(field)->TextView();
-		BPoint where = fWindow->ConvertFromScreen(
-			textView->ConvertToScreen(textView->Bounds().LeftTop() + BPoint(4, 4)));
-		fWindow->Unlock();
-		fTester->Click(where);
-		EXPECT_EQ(B_OK, fTester->WaitForIdle());
-		fWindow->Lock();
-		textView->SelectAll();
-		fWindow->Unlock();
-		fTester->TypeText(text);
-		fTester->TypeKey(B_ENTER);
-		EXPECT_EQ(B_OK, fTester->WaitForIdle());
-	}
+	std::string Field(const char* field) { return FieldText(fWindow, field); }
 
 	// The file panel answers with the chosen entry.
-	void ChooseTarget(const std::string& path)
-	{
-		Send(RefsMessage('FixS', path));
-	}
+	void ChooseTarget(const std::string& path) { Send(RefsMessage('FixS', {path})); }
 
 private:
-	static BMessage RefsMessage(uint32 what, const std::string& path)
-	{
-		BMessage message(what);
-		entry_ref ref;
-		get_ref_for_path(path.c_str(), &ref);
-		message.AddRef("refs", &ref);
-		return message;
-	}
-
-	BTextControl* Control(const char* field)
-	{
-		BTextControl* control = dynamic_cast<BTextControl*>(fView->FindView(field));
-		EXPECT_NE(nullptr, control) << field;
-		return control;
-	}
-
 	BWindow* fWindow;
-	GlintView* fView;
-	std::unique_ptr<WindowTester> fTester;
+	WindowTester fTester;
+	GlintView* fView = nullptr;
 };
 
 }	// namespace
@@ -217,20 +168,6 @@ TEST(NodeEditsTest, RenameConfirmedCancelledRefusedAndByCaseOnly)
 			EXPECT_EQ(folder.Path("letters"), panel.Field("Path"));
 			EXPECT_STREQ("letters", panel.View()->File()->Name());
 		}
-	});
-}
-
-TEST(NodeEditsTest, TypedNameIsConfirmedOnEnter)
-{
-	TempFolder folder;
-	std::string notes = folder.File("notes");
-	WindowTester::RunHeadless([&] {
-		Panel panel(notes);
-		AlertScript script({1});
-		panel.Type("Name", "letters");
-		EXPECT_EQ(Texts{Confirmation("name", "notes", "letters")}, script.Texts());
-		EXPECT_TRUE(Exists(folder.Path("letters")));
-		EXPECT_EQ("letters", panel.Field("Name"));
 	});
 }
 
