@@ -85,15 +85,14 @@ TextLayout::SetTabWidth(float width)
 }
 
 float
-TextLayout::pvAdvance(int32 offset, int32 style, float x) const
+TextLayout::pvAdvance(int32 offset, int32 next, int32 style, float x) const
 {
 	char byte = fText[offset];
 	if (byte == '\n')
 		return 0;
 	if (byte == '\t')
 		return (std::floor(x / fTabWidth) + 1) * fTabWidth - x;
-	int32 length = NextCharacter(fText, offset) - offset;
-	return fStyles.CharWidth(style, fText.data() + offset, length);
+	return fStyles.CharWidth(style, fText.data() + offset, next - offset);
 }
 
 void
@@ -127,7 +126,7 @@ TextLayout::pvLayoutParagraphs(int32 from, int32 to, std::vector<Line>& lines) c
 		char byte = fText[i];
 		int32 next = NextCharacter(fText, i);
 		bool space = byte == ' ' || byte == '\t';
-		float advance = pvAdvance(i, fStyles.RunAt(run).style, x);
+		float advance = pvAdvance(i, next, fStyles.RunAt(run).style, x);
 		if (fWrap && !space && byte != '\n' && x + advance > fWidth && i > lineStart) {
 			// Break after the last spaces, or before this character if there are none.
 			bool atSpace = breakAt > lineStart;
@@ -250,7 +249,7 @@ TextLayout::pvCacheLine(int32 line) const
 		int32 next = std::min(NextCharacter(fText, i), end);
 		for (int32 byte = i; byte < next; byte++)
 			fCachedX[byte - start] = x;
-		x += pvAdvance(i, fStyles.RunAt(run).style, x);
+		x += pvAdvance(i, next, fStyles.RunAt(run).style, x);
 		i = next;
 	}
 	fCachedX[end - start] = x;

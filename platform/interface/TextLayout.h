@@ -57,7 +57,7 @@ public:
 	float WidthOf(int32 offset) const;
 
 private:
-	float pvAdvance(int32 offset, int32 style, float x) const;
+	float pvAdvance(int32 offset, int32 next, int32 style, float x) const;
 	void pvLayoutParagraphs(int32 from, int32 to, std::vector<Line>& lines) const;
 	void pvAddLine(int32 start, int32 end, float width, std::vector<Line>& lines) const;
 	void pvFixTops(int32 from);

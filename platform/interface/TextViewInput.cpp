@@ -8,7 +8,6 @@
 #include <Message.h>
 #include <Window.h>
 
-#include "StyleRuns.h"
 #include "TextLayout.h"
 
 using BPrivate::NextCharacter;
