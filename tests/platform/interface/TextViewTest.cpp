@@ -659,3 +659,26 @@ TEST(TextViewTest, TheCaretBlinksOnlyInTheFocusedView)
 		EXPECT_FALSE(dark());
 	});
 }
+
+TEST(TextViewTest, CommandArrowsStepOverWordsAndEditsStopAtTheEnds)
+{
+	WithTextWindow("one, two_2 three", [](TextWindow* window, WindowTester& tester) {
+		tester.TypeKey(B_RIGHT_ARROW, B_COMMAND_KEY);
+		EXPECT_EQ("3-3", Selection(window, tester).substr(0, 3));
+		tester.TypeKey(B_RIGHT_ARROW, B_COMMAND_KEY);
+		EXPECT_EQ("10-10", Selection(window, tester).substr(0, 5));
+		tester.TypeKey(B_RIGHT_ARROW, B_COMMAND_KEY | B_SHIFT_KEY);
+		EXPECT_EQ("10-16", Selection(window, tester).substr(0, 5));
+		tester.TypeKey(B_LEFT_ARROW, B_COMMAND_KEY);
+		EXPECT_EQ("10-10", Selection(window, tester).substr(0, 5)) << "first to the selection's start";
+		tester.TypeKey(B_LEFT_ARROW, B_COMMAND_KEY);
+		EXPECT_EQ("5-5", Selection(window, tester).substr(0, 3));
+
+		// Nothing to delete before the start or after the end.
+		tester.TypeKey(B_HOME);
+		tester.TypeKey(B_BACKSPACE);
+		tester.TypeKey(B_END);
+		tester.TypeKey(B_DELETE);
+		EXPECT_EQ("16-16 one, two_2 three", Selection(window, tester));
+	});
+}
