@@ -95,6 +95,10 @@ void
 TextInput::InsertText(const char* text, int32 length, int32 offset,
 	const text_run_array* runs)
 {
+	if (fQuiet) {
+		BTextView::InsertText(text, length, offset, runs);
+		return;
+	}
 	std::string line(text, size_t(length));
 	std::replace(line.begin(), line.end(), '\n', ' ');
 	BTextView::InsertText(line.data(), length, offset, runs);

@@ -10,7 +10,8 @@ class BTextControl;
 namespace BPrivate {
 
 // The one-line field of a BTextControl. Enter commits the text to the control,
-// and so does losing the focus after a change; line feeds become spaces.
+// and so does losing the focus after a change. Line feeds that the user
+// pastes become spaces; text set by the program is kept as it is.
 class TextInput : public BTextView {
 public:
 	TextInput(BRect frame, uint32 flags);

@@ -116,8 +116,13 @@ TEST(TextControlTest, LabelDividerAlignmentAndTextSettle)
 	EXPECT_EQ(B_ALIGN_CENTER, text);
 	EXPECT_EQ(B_ALIGN_CENTER, field->Alignment());
 
+	// The program's text stays as it is; inserted line feeds become spaces.
 	control.SetText("new\ntext");
-	EXPECT_STREQ("new text", control.Text()) << "a field holds one line";
+	EXPECT_STREQ("new\ntext", control.Text());
+	field->SelectAll();
+	field->Delete();
+	field->Insert("pasted\nline");
+	EXPECT_STREQ("pasted line", control.Text());
 	EXPECT_EQ(1, field->CountLines());
 
 	// Navigation belongs to the field.
