@@ -97,6 +97,14 @@ BTextView::WindowActivated(bool active)
 void
 BTextView::Pulse()
 {
+	// A drag held outside the view goes on scrolling the selection along.
+	if (fTracking) {
+		BPoint where;
+		uint32 buttons;
+		GetMouse(&where, &buttons, false);
+		if (buttons != 0 && !Bounds().Contains(where))
+			pvTrackTo(where);
+	}
 	// The caret blinks while the view takes typing.
 	if (!IsActiveTextView() || !fEditable || fSelStart != fSelEnd)
 		return;

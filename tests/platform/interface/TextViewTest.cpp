@@ -682,3 +682,47 @@ TEST(TextViewTest, CommandArrowsStepOverWordsAndEditsStopAtTheEnds)
 		EXPECT_EQ("16-16 one, two_2 three", Selection(window, tester));
 	});
 }
+
+TEST(TextViewTest, ADragHeldBelowTheViewKeepsScrollingWithThePulse)
+{
+	WindowTester::RunHeadless([] {
+		BWindow* window = new BWindow(BRect(100, 100, 399, 299), "Drag", B_TITLED_WINDOW, 0);
+		BTextView* view = new BTextView(BRect(0, 0, 299, 99), "text", BRect(2, 2, 290, 97),
+			B_FOLLOW_NONE);
+		window->AddChild(view);
+		std::string text;
+		for (int32 i = 0; i < 40; i++)
+			text += "line " + std::to_string(i) + "\n";
+		view->SetText(text.c_str());
+		window->SetPulseRate(0);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+
+		tester.MouseDown(BPoint(1, 10));
+		tester.MouseMove(BPoint(10, 150), B_PRIMARY_MOUSE_BUTTON);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		int32 previous = -1;
+		for (int32 i = 0; i < 3; i++) {
+			ASSERT_TRUE(window->Lock());
+			int32 start, end;
+			view->GetSelection(&start, &end);
+			EXPECT_EQ(0, start);
+			EXPECT_GT(end, previous);
+			EXPECT_GT(view->Bounds().top, 0);
+			previous = end;
+			view->Pulse();
+			window->Unlock();
+		}
+		tester.MouseUp(BPoint(10, 150));
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		int32 end;
+		view->GetSelection(nullptr, &end);
+		view->Pulse();
+		int32 after;
+		view->GetSelection(nullptr, &after);
+		EXPECT_EQ(end, after) << "the release ends the drag";
+		window->Unlock();
+	});
+}
