@@ -39,19 +39,22 @@ struct text_run_array {
 //
 // Offsets are byte offsets into Text(). Every edit, whatever made it (typing,
 // the clipboard, Insert(), Delete(), SetText()), goes through the protected
-// hooks InsertText() and DeleteText(), and every change of the selection
-// through Select(), so that a subclass can take over editing.
+// hooks InsertText() and DeleteText(), and every selection the user makes
+// through Select(), so that a subclass can take over editing. The selection
+// moves along with the text that edits insert or remove before it.
 //
 // Keys: the arrows move by character (Command: by word), Up and Down by line,
 // Home and End to the ends of the line (Command: of the text), Page Up and Page
 // Down by a view's height; Shift extends the selection. Backspace and Delete
-// remove the selection or one character. Return inserts a line feed. Tab
+// remove the selection or one character. Return inserts a line feed (with
+// autoindent followed by the spaces and tabs that start the line). Tab
 // inserts a tab when the view is editable and not B_NAVIGABLE; otherwise it
 // moves the keyboard focus like in any view. Command+X, C, V and A cut, copy,
 // paste (with be_clipboard) and select all when no window shortcut takes them.
 //
 // Mouse: a click places the caret, a drag selects, a double click selects a
-// word, a triple click a line; shift-click extends the selection.
+// word, a triple click a line; shift-click extends the selection. A drag held
+// outside the view scrolls on with each pulse.
 class BTextView : public BView {
 public:
 	BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode,
