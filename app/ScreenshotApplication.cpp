@@ -1,7 +1,9 @@
 #include "ScreenshotApplication.h"
 
+#include <algorithm>
 #include <vector>
 
+#include <ListView.h>
 #include <OS.h>
 #include <Window.h>
 #include <WindowTester.h>
@@ -39,6 +41,23 @@ ScreenshotApplication::QuitRequested()
 	return true;
 }
 
+// The picture is of the whole node: the window grows (within its size limits)
+// until every attribute row shows and the value column has room.
+void
+ScreenshotApplication::pvFitToAttributes(BWindow* window)
+{
+	const float kPictureWidth = 600;
+	if (!window->Lock())
+		return;
+	BListView* list = dynamic_cast<BListView*>(window->FindView("attrList"));
+	float missingHeight = 0;
+	if (list != nullptr && !list->IsEmpty())
+		missingHeight = list->ItemFrame(list->CountItems() - 1).bottom - list->Bounds().Height();
+	window->ResizeBy(std::max(0.0f, kPictureWidth - window->Bounds().Width()),
+		std::max(0.0f, missingHeight));
+	window->Unlock();
+}
+
 status_t
 ScreenshotApplication::pvTakeScreenshot(void* data)
 {
@@ -46,6 +65,7 @@ ScreenshotApplication::pvTakeScreenshot(void* data)
 	BWindow* window = FindFrontWindow("Vellum", nullptr);
 	status_t status = B_ERROR;
 	if (window != nullptr) {
+		pvFitToAttributes(window);
 		BPrivate::WindowTester tester(window);
 		status = tester.WaitForIdle();
 		if (status == B_OK)

@@ -5,6 +5,8 @@
 
 #include "GlintApplication.h"
 
+class BWindow;
+
 // The program without a display: shows one node (or none) in an inspector
 // window, writes the drawn window to a PNG file and quits.
 class ScreenshotApplication : public GlintApplication {
@@ -21,6 +23,7 @@ public:
 
 private:
 	static status_t pvTakeScreenshot(void* data);
+	static void pvFitToAttributes(BWindow* window);
 
 	std::string fOutput;
 	status_t fResult;
