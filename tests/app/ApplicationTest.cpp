@@ -348,8 +348,9 @@ TEST_F(ApplicationTest, TheScreenshotIsTheNodesWindowAndLeavesTheSettingsAlone)
 	unsigned char header[24] = {};
 	file.read(reinterpret_cast<char*>(header), sizeof(header));
 	EXPECT_EQ(0, memcmp(header, "\x89PNG", 4));
-	// The inspector window's 401 by 271 pixels, big-endian in the header.
-	EXPECT_EQ(401, header[18] * 256 + header[19]);
+	// The inspector window widened to 601 pixels for the values, and as tall as
+	// its default (the node has no attributes to make room for), big-endian.
+	EXPECT_EQ(601, header[18] * 256 + header[19]);
 	EXPECT_EQ(271, header[22] * 256 + header[23]);
 	EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
 }
