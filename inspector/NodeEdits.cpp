@@ -88,6 +88,17 @@ SizeFromText(const char* text)
 	return static_cast<int32>(atol(digits.c_str()));
 }
 
+// Reloads the panel from the node, which already carries its new name or place.
+void
+ShowAgain(GlintView* view, BrindleFile& node)
+{
+	entry_ref ref;
+	node.GetRef(&ref);
+	BPath path;
+	node.GetPath(&path);
+	view->SetEntry(&ref, &path, NULL);
+}
+
 }	// namespace
 
 void
@@ -141,12 +152,7 @@ GlintView::FixName(const char* text)
 		beep();
 		return;
 	}
-	// The renamed entry already carries its new name.
-	entry_ref ref;
-	node.GetRef(&ref);
-	BPath path;
-	node.GetPath(&path);
-	SetEntry(&ref, &path, NULL);
+	ShowAgain(this, node);
 }
 
 void
@@ -164,12 +170,7 @@ GlintView::FixPath(const char* text)
 	}
 	if (node.Rename(text, false) != B_OK)
 		ShowError("Unable to change path of %s to %s", static_cast<const char*>(name), text);
-
-	entry_ref ref;
-	node.GetRef(&ref);
-	BPath path;
-	node.GetPath(&path);
-	SetEntry(&ref, &path, NULL);
+	ShowAgain(this, node);
 }
 
 void
