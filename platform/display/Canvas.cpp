@@ -1,6 +1,7 @@
 #include "Canvas.h"
 
 #include <cstring>
+#include <string_view>
 #include <unordered_map>
 
 #include <QFont>
@@ -147,18 +148,33 @@ ToQFont(const BFont& font)
 	return result;
 }
 
+// Hashes every field that BFont::operator== compares, without copying.
+struct FontHash {
+	size_t operator()(const BFont& font) const
+	{
+		size_t hash = std::hash<std::string_view>()(font.Family());
+		for (size_t part : {std::hash<std::string_view>()(font.Style()),
+				std::hash<float>()(font.Size()), size_t(font.Face()), size_t(font.Spacing())})
+			hash = hash * 31 + part;
+		return hash;
+	}
+};
+
 // Metrics per font; Qt's font caches belong to one thread, so do these.
+// Rows and labels measure with the same font many times in a row.
 const QFontMetricsF&
 Metrics(const BFont& font)
 {
-	thread_local std::unordered_map<std::string, std::unique_ptr<QFontMetricsF>> cache;
-	std::string key = std::string(font.Family()) + '\n' + font.Style() + '\n'
-		+ std::to_string(font.Size()) + '\n' + std::to_string(font.Face());
-	auto found = cache.find(key);
+	thread_local std::unordered_map<BFont, std::unique_ptr<QFontMetricsF>, FontHash> cache;
+	thread_local const std::pair<const BFont, std::unique_ptr<QFontMetricsF>>* last = nullptr;
+	if (last != nullptr && last->first == font)
+		return *last->second;
+	auto found = cache.find(font);
 	if (found == cache.end()) {
 		DisplayServer::Default().EnsureStarted();
-		found = cache.emplace(key, std::make_unique<QFontMetricsF>(ToQFont(font))).first;
+		found = cache.emplace(font, std::make_unique<QFontMetricsF>(ToQFont(font))).first;
 	}
+	last = &*found;
 	return *found->second;
 }
 
