@@ -21,6 +21,7 @@ public:
 
 	virtual void AttachedToWindow();
 	virtual void MakeFocus(bool focus = true);
+	virtual void WindowActivated(bool active);
 	virtual void KeyDown(const char* bytes, int32 numBytes);
 
 	virtual void SetLabel(const char* label);

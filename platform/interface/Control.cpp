@@ -30,12 +30,21 @@ BControl::AttachedToWindow()
 void
 BControl::MakeFocus(bool focus)
 {
-	if (focus == IsFocus())
+	// Losing the focus is told after the window moved it on.
+	if (focus && IsFocus())
 		return;
 	fFocusChanging = true;
 	BView::MakeFocus(focus);
 	Invalidate();
 	fFocusChanging = false;
+}
+
+void
+BControl::WindowActivated(bool)
+{
+	// The focus mark shows only while the window is active.
+	if (IsFocus())
+		Invalidate();
 }
 
 void

@@ -187,7 +187,8 @@ BListView::pvScrollByPage(bool down)
 void
 BListView::MakeFocus(bool focus)
 {
-	if (focus == IsFocus())
+	// Losing the focus is told after the window moved it on.
+	if (focus && IsFocus())
 		return;
 	BView::MakeFocus(focus);
 	if (BScrollView* scrollView = dynamic_cast<BScrollView*>(Parent()))

@@ -37,6 +37,19 @@ public:
 	std::string log;
 };
 
+// Whether any pixel of the window's frame inside rect has the given colour.
+bool
+Shows(WindowTester& tester, BRect rect, rgb_color color)
+{
+	for (float y = rect.top; y <= rect.bottom; y++) {
+		for (float x = rect.left; x <= rect.right; x++) {
+			if (tester.PixelAt(BPoint(x, y)) == color)
+				return true;
+		}
+	}
+	return false;
+}
+
 }	// namespace
 
 TEST(ControlsTest, ButtonsInvokeByClickAndEnterAndTheDefaultTakesEnter)
@@ -77,6 +90,36 @@ TEST(ControlsTest, ButtonsInvokeByClickAndEnterAndTheDefaultTakesEnter)
 		EXPECT_EQ(ok, window->DefaultButton());
 		EXPECT_TRUE(ok->IsDefault());
 		window->Unlock();
+	});
+}
+
+TEST(ControlsTest, OnlyTheFocusedButtonShowsTheFocusMark)
+{
+	WindowTester::RunHeadless([] {
+		ControlWindow* window = new ControlWindow;
+		BButton* ok = new BButton(BRect(10, 10, 89, 34), "ok", "OK", new BMessage('OK  '));
+		BButton* other = new BButton(BRect(100, 10, 179, 34), "other", "Other",
+			new BMessage('Othr'));
+		window->AddChild(ok);
+		window->AddChild(other);
+		window->Show();
+		WindowTester tester(window);
+		tester.Activate();
+		ASSERT_TRUE(window->Lock());
+		ok->MakeFocus(true);
+		window->Unlock();
+		const rgb_color mark = ui_color(B_KEYBOARD_NAVIGATION_COLOR);
+
+		for (BButton* focused : {ok, other, ok}) {
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			ASSERT_TRUE(window->Lock());
+			BRect okFrame = ok->Frame(), otherFrame = other->Frame();
+			EXPECT_TRUE(focused->IsFocus());
+			window->Unlock();
+			EXPECT_EQ(focused == ok, Shows(tester, okFrame, mark)) << focused->Name();
+			EXPECT_EQ(focused == other, Shows(tester, otherFrame, mark)) << focused->Name();
+			tester.TypeKey(B_TAB);
+		}
 	});
 }
 

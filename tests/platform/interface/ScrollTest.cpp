@@ -6,6 +6,7 @@
 #include <ListView.h>
 #include <ScrollBar.h>
 #include <ScrollView.h>
+#include <TextControl.h>
 #include <Window.h>
 #include <WindowTester.h>
 
@@ -220,6 +221,41 @@ TEST(ScrollTest, BarsFollowTheListAndResizeWithTheWindow)
 		EXPECT_FLOAT_EQ(0.75f, bar->Proportion());
 		window->Unlock();
 	});
+}
+
+TEST(ScrollTest, TheBorderShowsWhetherTheListHasTheFocus)
+{
+	auto addField = [](BWindow* window) {
+		window->AddChild(new BTextControl(BRect(250, 10, 390, 30), "field", "Name", "",
+			nullptr));
+	};
+	WithScrolledList(30, [](BWindow* window, BListView* list, WindowTester& tester) {
+		ASSERT_TRUE(window->Lock());
+		auto scroller = dynamic_cast<BScrollView*>(list->Parent());
+		ASSERT_NE(nullptr, scroller);
+		// The frame line inside the sunken edge, halfway down the left side.
+		BPoint border(scroller->Frame().left + 1, 100);
+		window->Unlock();
+		const rgb_color focus = ui_color(B_KEYBOARD_NAVIGATION_COLOR);
+		tester.Activate();
+		auto expectHighlighted = [&](bool highlighted) {
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			ASSERT_TRUE(window->Lock());
+			EXPECT_EQ(highlighted, list->IsFocus());
+			EXPECT_EQ(highlighted, scroller->IsBorderHighlighted());
+			window->Unlock();
+			EXPECT_EQ(highlighted, tester.PixelAt(border) == focus);
+		};
+
+		tester.Click(BPoint(50, 50));
+		expectHighlighted(true);
+		tester.TypeKey(B_TAB);
+		expectHighlighted(false);
+		tester.Click(BPoint(50, 50));
+		expectHighlighted(true);
+		tester.Click(BPoint(350, 20));
+		expectHighlighted(false);
+	}, addField);
 }
 
 TEST(ScrollTest, ArrowsTrackClicksHeldOrNotAndTheThumbMoveTheValue)
