@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QThread>
 
 #include <Window.h>
 
@@ -214,14 +215,19 @@ DisplayServer::Run()
 {
 	// Qt starts only once something needs it: an application without windows
 	// never opens the display.
+	// Qt runs only in the thread that started it: an application run in another
+	// thread after that has no display and only waits to quit.
 	tIsDisplayThread = true;
 	fData->running = true;
 	{
 		std::unique_lock<std::mutex> guard(fData->lock);
-		fData->started.wait(guard, [this] {
-			return fData->quitPending || fData->startRequested || fData->application != nullptr;
+		bool displayHere = fData->application == nullptr
+			|| fData->application->thread() == QThread::currentThread();
+		fData->started.wait(guard, [this, displayHere] {
+			return fData->quitPending || (displayHere
+				&& (fData->startRequested || fData->application != nullptr));
 		});
-		if (fData->application == nullptr && fData->quitPending) {
+		if ((fData->application == nullptr || !displayHere) && fData->quitPending) {
 			fData->quitPending = false;
 			fData->running = false;
 			tIsDisplayThread = false;

@@ -138,25 +138,25 @@ private:
 	pid_t fPid = -1;
 };
 
-// The reveal tests share one bus: a process keeps its first session bus.
+// The reveal tests share one bus for the whole run: a process keeps its first
+// session bus, so the bus outlives every test (and every repetition).
 class RevealTest : public testing::Test {
 protected:
 	static void SetUpTestSuite()
 	{
-		sBusFolder = new TempFolder;
-		sBus = new PrivateBus(*sBusFolder);
-		setenv("DBUS_SESSION_BUS_ADDRESS", sBus->Address().c_str(), 1);
+		setenv("DBUS_SESSION_BUS_ADDRESS", Bus().Address().c_str(), 1);
 	}
 
-	static void TearDownTestSuite()
+	static const PrivateBus& Bus()
 	{
-		delete sBus;
-		delete sBusFolder;
+		static TempFolder folder;
+		static PrivateBus bus(folder);
+		return bus;
 	}
 
 	void SetUp() override
 	{
-		ASSERT_FALSE(sBus->Address().empty()) << "dbus-daemon did not start";
+		ASSERT_FALSE(Bus().Address().empty()) << "dbus-daemon did not start";
 		// The opener writes the folder it was given; it lives outside /dev/shm,
 		// which may not allow running programs.
 		fOpener = std::string(P_tmpdir) + "/vellum-opener-" + std::to_string(getpid());
@@ -186,15 +186,11 @@ protected:
 		return std::string();
 	}
 
-	static TempFolder* sBusFolder;
-	static PrivateBus* sBus;
 	TempFolder fFolder;
 	std::string fOpener;
 	std::string fOpened;
 };
 
-TempFolder* RevealTest::sBusFolder = nullptr;
-PrivateBus* RevealTest::sBus = nullptr;
 
 }	// namespace
 
@@ -256,7 +252,7 @@ TEST_F(RevealTest, TheDesktopFileManagerShowsTheNodeSelected)
 	std::vector<std::string> shown;
 	status_t registered = B_NO_INIT;
 	WindowTester::RunHeadless([&] {
-		FileManagerTester fileManager(sBus->Address().c_str());
+		FileManagerTester fileManager(Bus().Address().c_str());
 		registered = fileManager.InitCheck();
 		BEntry entry(node.c_str());
 		RevealInTracker(&entry);
