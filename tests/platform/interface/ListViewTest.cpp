@@ -13,6 +13,7 @@
 #include <WindowTester.h>
 
 #include "TimeLimits.h"
+#include "platform/interface/ShownWindow.h"
 
 using BPrivate::WindowTester;
 
@@ -149,33 +150,6 @@ public:
 	std::string log;
 };
 
-// Runs body with a list window shown; body gets the window and its tester.
-template<typename Body>
-void
-WithListWindow(Body body)
-{
-	WindowTester::RunHeadless([&body] {
-		ListWindow* window = new ListWindow;
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		body(window, tester);
-	});
-}
-
-// The window's log, taken under its lock once it is idle.
-std::string
-TakeLog(ListWindow* window, WindowTester& tester)
-{
-	EXPECT_EQ(B_OK, tester.WaitForIdle());
-	if (!window->Lock())
-		return "not locked";
-	std::string log = window->log;
-	window->log.clear();
-	window->Unlock();
-	return log;
-}
-
 }	// namespace
 
 TEST(ListViewTest, ItemsAreAddedFoundMovedAndRemoved)
@@ -289,7 +263,7 @@ TEST(ListViewTest, SelectionFollowsTheListType)
 
 TEST(ListViewTest, ClicksSelectAndDoubleClicksInvokeWithTheirFields)
 {
-	WithListWindow([](ListWindow* window, WindowTester& tester) {
+	WithShownWindow<ListWindow>([](ListWindow* window, WindowTester& tester) {
 		tester.Click(window->RowPoint(2));
 		EXPECT_EQ("S2|", TakeLog(window, tester));
 		// A second click close by is a double click: the row is invoked.
@@ -313,7 +287,7 @@ TEST(ListViewTest, ClicksSelectAndDoubleClicksInvokeWithTheirFields)
 
 TEST(ListViewTest, ShiftClicksGrowAndShrinkAMultipleSelection)
 {
-	WithListWindow([](ListWindow* window, WindowTester& tester) {
+	WithShownWindow<ListWindow>([](ListWindow* window, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		window->list->SetListType(B_MULTIPLE_SELECTION_LIST);
 		window->Unlock();
@@ -343,7 +317,7 @@ TEST(ListViewTest, ShiftClicksGrowAndShrinkAMultipleSelection)
 
 TEST(ListViewTest, KeysMoveTheSelectionAndScrollToIt)
 {
-	WithListWindow([](ListWindow* window, WindowTester& tester) {
+	WithShownWindow<ListWindow>([](ListWindow* window, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		window->list->MakeFocus(true);
 		window->Unlock();

@@ -10,6 +10,8 @@
 #include <Window.h>
 #include <WindowTester.h>
 
+#include "platform/interface/ShownWindow.h"
+
 using BPrivate::WindowTester;
 
 namespace {
@@ -106,32 +108,6 @@ BPoint
 ItemPoint(BMenu* menu, int32 index)
 {
 	return Center(menu->ItemAt(index)->Frame());
-}
-
-// Runs body with a shown window and a tester; body returns with the window unlocked.
-void
-WithMenuWindow(const std::function<void(MenuLogWindow*, WindowTester&)>& body)
-{
-	WindowTester::RunHeadless([&body] {
-		MenuLogWindow* window = new MenuLogWindow;
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		body(window, tester);
-	});
-}
-
-// Waits until the window is idle, then takes what it logged.
-std::string
-TakeLog(MenuLogWindow* window, WindowTester& tester)
-{
-	EXPECT_EQ(B_OK, tester.WaitForIdle());
-	if (!window->Lock())
-		return "window gone";
-	std::string log = window->log;
-	window->log.clear();
-	window->Unlock();
-	return log;
 }
 
 // Whether menu is open (attached to a window of its own).
@@ -277,7 +253,7 @@ TEST(MenuTest, ShortcutsEnablingAndTheSubmenusEnabledState)
 
 TEST(MenuTest, TheBarTakesItsHeightFromTheFontAndBecomesTheKeyMenuBar)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester&) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester&) {
 		ASSERT_TRUE(window->Lock());
 		font_height height;
 		window->bar->GetFontHeight(&height);
@@ -299,7 +275,7 @@ TEST(MenuTest, TheBarTakesItsHeightFromTheFontAndBecomesTheKeyMenuBar)
 
 TEST(MenuTest, AClickOpensTheMenuAndAClickOnAnItemSendsItsMessage)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		OpenFromBar(window, tester, 0);
 		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ("begin|", window->log);
@@ -321,7 +297,7 @@ TEST(MenuTest, AClickOpensTheMenuAndAClickOnAnItemSendsItsMessage)
 
 TEST(MenuTest, DraggingFromTheBarToAnItemAndReleasingChoosesIt)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		BPoint title = ItemPoint(window->bar, 0);
 		window->Unlock();
@@ -340,7 +316,7 @@ TEST(MenuTest, DraggingFromTheBarToAnItemAndReleasingChoosesIt)
 
 TEST(MenuTest, DisabledItemsRefuseClicksAndShortcuts)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		tester.TypeKey('z', B_COMMAND_KEY);
 		OpenFromBar(window, tester, 1);
 		ClickItem(window, tester, window->edit, 0);
@@ -363,7 +339,7 @@ TEST(MenuTest, DisabledItemsRefuseClicksAndShortcuts)
 
 TEST(MenuTest, ShortcutsInvokeTheirItemsWithTheirModifiers)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		for (uint32 modifiers : {0u, uint32(B_SHIFT_KEY)}) {
 			tester.TypeKey(modifiers != 0 ? 'S' : 's', B_COMMAND_KEY | modifiers);
 			tester.TypeKey(modifiers != 0 ? 'C' : 'c', B_COMMAND_KEY | modifiers);
@@ -404,7 +380,7 @@ TEST(MenuTest, ItemsSendToTheTargetsSetForThem)
 
 TEST(MenuTest, SubmenusOpenFromTheirItemsAndTheirItemsAreChosen)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		window->recent->SetLabelFromMarked(true);
 		window->Unlock();
@@ -436,7 +412,7 @@ TEST(MenuTest, SubmenusOpenFromTheirItemsAndTheirItemsAreChosen)
 
 TEST(MenuTest, EscapeAndAClickElsewhereCloseTheMenus)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		OpenFromBar(window, tester, 0);
 		tester.TypeKey(B_ESCAPE);
 		EXPECT_EQ("begin|end|", TakeLog(window, tester));
@@ -467,7 +443,7 @@ TEST(MenuTest, EscapeAndAClickElsewhereCloseTheMenus)
 
 TEST(MenuTest, F10AndTheArrowKeysWorkTheMenusFromTheKeyboard)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		tester.TypeFunctionKey(10);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		ASSERT_TRUE(IsOpen(window, window->file));
@@ -495,7 +471,7 @@ TEST(MenuTest, F10AndTheArrowKeysWorkTheMenusFromTheKeyboard)
 
 TEST(MenuTest, MarkedItemsShowACheckMarkAndDisabledOnesAreGrey)
 {
-	WithMenuWindow([](MenuLogWindow* window, WindowTester& tester) {
+	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		window->file->ItemAt(0)->SetMarked(true);
 		window->Unlock();

@@ -9,6 +9,8 @@
 #include <Window.h>
 #include <WindowTester.h>
 
+#include "platform/interface/ShownWindow.h"
+
 using BPrivate::WindowTester;
 
 namespace {
@@ -64,31 +66,6 @@ public:
 	std::string log;
 };
 
-template<typename Body>
-void
-WithFieldWindow(Body body)
-{
-	WindowTester::RunHeadless([&body] {
-		FieldWindow* window = new FieldWindow;
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		body(window, tester);
-	});
-}
-
-std::string
-TakeLog(FieldWindow* window, WindowTester& tester)
-{
-	EXPECT_EQ(B_OK, tester.WaitForIdle());
-	if (!window->Lock())
-		return "not locked";
-	std::string log = window->log;
-	window->log.clear();
-	window->Unlock();
-	return log;
-}
-
 }	// namespace
 
 TEST(TextControlTest, LabelDividerAlignmentAndTextSettle)
@@ -138,7 +115,7 @@ TEST(TextControlTest, LabelDividerAlignmentAndTextSettle)
 
 TEST(TextControlTest, EnterAndLeavingTheFieldCommitAChangedText)
 {
-	WithFieldWindow([](FieldWindow* window, WindowTester& tester) {
+	WithShownWindow<FieldWindow>([](FieldWindow* window, WindowTester& tester) {
 		tester.Click(window->FieldPoint(window->first));
 		tester.TypeKey(B_END);
 		tester.TypeText("s");
@@ -172,7 +149,7 @@ TEST(TextControlTest, EnterAndLeavingTheFieldCommitAChangedText)
 
 TEST(TextControlTest, TabSelectsTheNextFieldAndADisabledFieldRefusesEdits)
 {
-	WithFieldWindow([](FieldWindow* window, WindowTester& tester) {
+	WithShownWindow<FieldWindow>([](FieldWindow* window, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		window->first->SetFlags(window->first->Flags() | B_NAVIGABLE);
 		window->second->SetFlags(window->second->Flags() | B_NAVIGABLE);
@@ -207,7 +184,7 @@ TEST(TextControlTest, TabSelectsTheNextFieldAndADisabledFieldRefusesEdits)
 
 TEST(TextControlTest, TheFocusedFieldIsFramedAndADisabledOneIsGreyed)
 {
-	WithFieldWindow([](FieldWindow* window, WindowTester& tester) {
+	WithShownWindow<FieldWindow>([](FieldWindow* window, WindowTester& tester) {
 		ASSERT_TRUE(window->Lock());
 		BRect field = window->first->TextView()->Frame();
 		window->first->ConvertToParent(&field);
