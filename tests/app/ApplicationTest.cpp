@@ -8,7 +8,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -24,6 +23,7 @@
 #include "GlWindow.h"
 #include "GlintApplication.h"
 #include "ScreenshotApplication.h"
+#include "SettingsFolder.h"
 #include "Utils.h"
 
 using BPrivate::AlertInfo;
@@ -109,12 +109,7 @@ protected:
 			.string() + std::string(6, 'X');
 		ASSERT_NE(nullptr, mkdtemp(pattern.data()));
 		fFolder = pattern;
-		const char* previous = getenv("XDG_CONFIG_HOME");
-		fHadPrevious = previous != nullptr;
-		if (fHadPrevious)
-			fPrevious = previous;
-		setenv("XDG_CONFIG_HOME", (fFolder + "/config").c_str(), 1);
-		std::filesystem::create_directory(fFolder + "/config");
+		ASSERT_FALSE(fSettings.Root().empty());
 		for (const char* name : {"a.txt", "b.txt", "c.txt", "d.txt"})
 			std::ofstream(Node(name)) << name;
 		WindowTester::SetAlertResponder([this](const AlertInfo& alert) {
@@ -127,30 +122,11 @@ protected:
 	{
 		WindowTester::SetAlertResponder({});
 		WindowTester::HoldModifiers(0);
-		if (fHadPrevious)
-			setenv("XDG_CONFIG_HOME", fPrevious.c_str(), 1);
-		else
-			unsetenv("XDG_CONFIG_HOME");
 		std::filesystem::remove_all(fFolder);
 		EXPECT_TRUE(fAlerts.empty()) << fAlerts.front();
 	}
 
 	std::string Node(const char* name) const { return fFolder + "/" + name; }
-	std::string SettingsPath() const { return fFolder + "/config/Vellum_Settings"; }
-
-	void WriteSettings(const std::string& text)
-	{
-		std::ofstream(SettingsPath(), std::ios::binary) << text;
-	}
-
-	std::string ReadSettings() const
-	{
-		std::ifstream file(SettingsPath(), std::ios::binary);
-		std::stringstream text;
-		text << file.rdbuf();
-		return text.str();
-	}
-
 	// Runs body while the application, launched with arguments, runs headless.
 	void RunVellum(const std::vector<std::string>& arguments,
 		const std::function<void(GlintApplication*)>& body)
@@ -177,8 +153,7 @@ protected:
 	}
 
 	std::string fFolder;
-	std::string fPrevious;
-	bool fHadPrevious = false;
+	SettingsFolder fSettings;
 	std::vector<std::string> fAlerts;
 };
 
@@ -235,7 +210,7 @@ TEST_F(ApplicationTest, ALaunchWithANodeShowsItInTheFirstWindowAndNoAboutBox)
 
 TEST_F(ApplicationTest, NodesGoToEmptyOrSameNodeWindowsElseToNewWindowsAtTheFirstSlot)
 {
-	WriteSettings("0\n30 40 430 310\n");
+	fSettings.WriteSettings("0\n30 40 430 310\n");
 	WindowTester::HoldModifiers(B_SHIFT_KEY);
 	RunVellum({"vellum"}, [this](GlintApplication* app) {
 		EXPECT_FALSE(app->RefsWereReceived());
@@ -291,7 +266,7 @@ TEST_F(ApplicationTest, WindowCornersAndTheNumberOfDataWindowSlots)
 
 TEST_F(ApplicationTest, TheSettingsPlaceTheFirstWindow)
 {
-	WriteSettings("0\n30 40 430 310\n5 6 70 80\n");
+	fSettings.WriteSettings("0\n30 40 430 310\n5 6 70 80\n");
 	WindowTester::HoldModifiers(B_SHIFT_KEY);
 	RunVellum({"vellum"}, [](GlintApplication* app) {
 		EXPECT_EQ(BRect(30, 40, 430, 310), InspectorWindows()[0]->Frame());
@@ -302,7 +277,7 @@ TEST_F(ApplicationTest, TheSettingsPlaceTheFirstWindow)
 
 TEST_F(ApplicationTest, ADamagedSettingsFileNeverStopsTheLaunch)
 {
-	WriteSettings(std::string("\0\xff\x12\n\n-", 6));
+	fSettings.WriteSettings(std::string("\0\xff\x12\n\n-", 6));
 	WindowTester::HoldModifiers(B_SHIFT_KEY);
 	RunVellum({"vellum"}, [](GlintApplication*) {
 		ASSERT_EQ(1u, InspectorWindows().size());
@@ -312,7 +287,7 @@ TEST_F(ApplicationTest, ADamagedSettingsFileNeverStopsTheLaunch)
 
 TEST_F(ApplicationTest, OptionSkipsTheFileAndOnlyTheLastCloseWritesIt)
 {
-	WriteSettings("0\n30 40 430 310\n");
+	fSettings.WriteSettings("0\n30 40 430 310\n");
 	WindowTester::HoldModifiers(B_OPTION_KEY | B_SHIFT_KEY);
 	RunVellum({"vellum"}, [this](GlintApplication* app) {
 		EXPECT_EQ(kDefaultInspectorFrame, app->WindowRect(0));
@@ -323,11 +298,11 @@ TEST_F(ApplicationTest, OptionSkipsTheFileAndOnlyTheLastCloseWritesIt)
 		windows[1]->PostMessage(B_QUIT_REQUESTED);
 		// The last window is the one left in the window list.
 		ASSERT_TRUE(WaitUntil([] { return CountSubsidiaryWindows("Vellum", nullptr) == 1; }));
-		EXPECT_EQ("0\n30 40 430 310\n", ReadSettings()) << "another window is still open";
+		EXPECT_EQ("0\n30 40 430 310\n", fSettings.Settings()) << "another window is still open";
 
 		windows[0]->PostMessage(B_QUIT_REQUESTED);
 		EXPECT_TRUE(WaitUntilGone(be_app_messenger)) << "the last close quits";
-		EXPECT_EQ(kDefaultSettings, ReadSettings());
+		EXPECT_EQ(kDefaultSettings, fSettings.Settings());
 	});
 }
 
@@ -352,7 +327,7 @@ TEST_F(ApplicationTest, TheScreenshotIsTheNodesWindowAndLeavesTheSettingsAlone)
 	// its default (the node has no attributes to make room for), big-endian.
 	EXPECT_EQ(601, header[18] * 256 + header[19]);
 	EXPECT_EQ(271, header[22] * 256 + header[23]);
-	EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
+	EXPECT_FALSE(std::filesystem::exists(fSettings.SettingsPath()));
 }
 
 TEST_F(ApplicationTest, AnExceptionInAHookEndsTheRunAndLeavesRun)
@@ -373,7 +348,7 @@ TEST_F(ApplicationTest, AnExceptionInAHookEndsTheRunAndLeavesRun)
 
 TEST_F(ApplicationTest, SavingTakesTheFramesOfTheFrontWindowsOfTheirKinds)
 {
-	WriteSettings("0\n60 60 460 330\n7 8 90 100\n");
+	fSettings.WriteSettings("0\n60 60 460 330\n7 8 90 100\n");
 	WindowTester::HoldModifiers(B_SHIFT_KEY);
 	RunVellum({"vellum", "--refs", Node("a.txt")}, [this](GlintApplication* app) {
 		auto named = [](const char* name, BRect frame) {
@@ -387,7 +362,7 @@ TEST_F(ApplicationTest, SavingTakesTheFramesOfTheFrontWindowsOfTheirKinds)
 		named("DataWindow for b.txt", BRect(50, 60, 350, 240));
 		app->SavePrefs();
 		EXPECT_EQ("0\n60 60 460 330\n7 8 90 100\n10 20 300 200\n30 40 330 220\n"
-			"100 100 616 280\n", ReadSettings()) << "a missing third window keeps its slot";
+			"100 100 616 280\n", fSettings.Settings()) << "a missing third window keeps its slot";
 
 		BWindow* icon = named("IconWindow", BRect(1, 2, 129, 130));
 		for (BWindow* window : {first, second, icon}) {
@@ -397,6 +372,6 @@ TEST_F(ApplicationTest, SavingTakesTheFramesOfTheFrontWindowsOfTheirKinds)
 		icon = named("IconWindow", BRect(3, 4, 131, 132));
 		app->SavePrefs();
 		EXPECT_EQ("0\n60 60 460 330\n3 4 131 132\n10 20 300 200\n30 40 330 220\n"
-			"100 100 616 280\n", ReadSettings()) << "closed data windows keep their slots";
+			"100 100 616 280\n", fSettings.Settings()) << "closed data windows keep their slots";
 	});
 }

@@ -2,61 +2,26 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "SettingsFile.h"
+#include "SettingsFolder.h"
 
 namespace {
 
 const BRect kDefaults[5] = {BRect(60, 60, 460, 330), BRect(100, 100, 228, 228),
 	BRect(100, 100, 616, 280), BRect(100, 100, 616, 280), BRect(100, 100, 616, 280)};
 
-// A settings folder of its own for every test, through XDG_CONFIG_HOME.
+// A settings folder of its own for every test.
 class SettingsFileTest : public testing::Test {
 protected:
 	void SetUp() override
 	{
-		std::string pattern = (std::filesystem::temp_directory_path() / "vellum-settings-")
-			.string() + std::string(6, 'X');
-		ASSERT_NE(nullptr, mkdtemp(pattern.data()));
-		fFolder = pattern;
-		const char* previous = getenv("XDG_CONFIG_HOME");
-		fHadPrevious = previous != nullptr;
-		if (fHadPrevious)
-			fPrevious = previous;
-		setenv("XDG_CONFIG_HOME", fFolder.c_str(), 1);
+		ASSERT_FALSE(fSettings.Root().empty());
 		for (int i = 0; i < 5; i++)
 			fRects[i] = kDefaults[i];
-	}
-
-	void TearDown() override
-	{
-		if (fHadPrevious)
-			setenv("XDG_CONFIG_HOME", fPrevious.c_str(), 1);
-		else
-			unsetenv("XDG_CONFIG_HOME");
-		std::filesystem::remove_all(fFolder);
-	}
-
-	std::string SettingsPath() const { return fFolder + "/Vellum_Settings"; }
-
-	void WriteSettings(const std::string& text)
-	{
-		std::ofstream(SettingsPath(), std::ios::binary) << text;
-	}
-
-	std::string ReadSettings() const
-	{
-		std::ifstream file(SettingsPath(), std::ios::binary);
-		std::stringstream text;
-		text << file.rdbuf();
-		return text.str();
 	}
 
 	void ExpectDefaultsFrom(int first)
@@ -65,9 +30,7 @@ protected:
 			EXPECT_EQ(kDefaults[i], fRects[i]) << "slot " << i;
 	}
 
-	std::string fFolder;
-	std::string fPrevious;
-	bool fHadPrevious = false;
+	SettingsFolder fSettings;
 	BRect fRects[5];
 };
 
@@ -75,7 +38,8 @@ protected:
 
 TEST_F(SettingsFileTest, ReadsTheVersionLineThenFiveRectangles)
 {
-	WriteSettings("0\n1 2 3 4\n5 6 7 8\n9 10 11 12\n13 14 15 16\n17 18 19 20\n21 22 23 24\n");
+	fSettings.WriteSettings(
+		"0\n1 2 3 4\n5 6 7 8\n9 10 11 12\n13 14 15 16\n17 18 19 20\n21 22 23 24\n");
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
 	EXPECT_EQ(BRect(5, 6, 7, 8), fRects[1]);
@@ -88,7 +52,7 @@ TEST_F(SettingsFileTest, AnotherVersionOrNoVersionLeavesTheDefaults)
 {
 	for (const char* text : {"1\n1 2 3 4\n", "-1\n1 2 3 4\n", "x\n1 2 3 4\n", "\n1 2 3 4\n",
 			""}) {
-		WriteSettings(text);
+		fSettings.WriteSettings(text);
 		ReadWindowRects(fRects, 5);
 		ExpectDefaultsFrom(0);
 	}
@@ -96,16 +60,16 @@ TEST_F(SettingsFileTest, AnotherVersionOrNoVersionLeavesTheDefaults)
 
 TEST_F(SettingsFileTest, AMissingFileLeavesTheDefaultsAndCreatesTheFolder)
 {
-	std::filesystem::remove_all(fFolder);
+	std::filesystem::remove_all(fSettings.Root());
 	ReadWindowRects(fRects, 5);
 	ExpectDefaultsFrom(0);
-	EXPECT_TRUE(std::filesystem::is_directory(fFolder));
-	EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
+	EXPECT_TRUE(std::filesystem::is_directory(fSettings.Root()));
+	EXPECT_FALSE(std::filesystem::exists(fSettings.SettingsPath()));
 }
 
 TEST_F(SettingsFileTest, ReadingStopsAtTheFirstLineWithFewerThanTwoNumbers)
 {
-	WriteSettings("0\n1 2 3 4\n5 6 7 8\n");
+	fSettings.WriteSettings("0\n1 2 3 4\n5 6 7 8\n");
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
 	EXPECT_EQ(BRect(5, 6, 7, 8), fRects[1]);
@@ -113,19 +77,19 @@ TEST_F(SettingsFileTest, ReadingStopsAtTheFirstLineWithFewerThanTwoNumbers)
 
 	for (int i = 0; i < 5; i++)
 		fRects[i] = kDefaults[i];
-	WriteSettings("0\n1 2 3 4\n9\n5 6 7 8\n");
+	fSettings.WriteSettings("0\n1 2 3 4\n9\n5 6 7 8\n");
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
 	ExpectDefaultsFrom(1);
 
-	WriteSettings("0\n\n1 2 3 4\n");
+	fSettings.WriteSettings("0\n\n1 2 3 4\n");
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]) << "an empty line ends the reading";
 }
 
 TEST_F(SettingsFileTest, AShortLineKeepsTheTrailingNumbersOfTheLineBefore)
 {
-	WriteSettings("0\n1 2 3 4\n10 20\n30 40 50\n");
+	fSettings.WriteSettings("0\n1 2 3 4\n10 20\n30 40 50\n");
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
 	EXPECT_EQ(BRect(10, 20, 3, 4), fRects[1]);
@@ -135,7 +99,7 @@ TEST_F(SettingsFileTest, AShortLineKeepsTheTrailingNumbersOfTheLineBefore)
 
 TEST_F(SettingsFileTest, AShortFirstLineKeepsTheInspectorDefault)
 {
-	WriteSettings("0\n10 20\n");
+	fSettings.WriteSettings("0\n10 20\n");
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(10, 20, 460, 330), fRects[0]);
 	ExpectDefaultsFrom(1);
@@ -143,39 +107,39 @@ TEST_F(SettingsFileTest, AShortFirstLineKeepsTheInspectorDefault)
 
 TEST_F(SettingsFileTest, ADamagedFileNeverFails)
 {
-	WriteSettings(std::string("0\n1 2 3 4\n\xff\x00\x01garbage\n5 6 7 8\n", 28));
+	fSettings.WriteSettings(std::string("0\n1 2 3 4\n\xff\x00\x01garbage\n5 6 7 8\n", 28));
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
 	ExpectDefaultsFrom(1);
 
-	WriteSettings("0\n99999999999999999999 -99999999999999999999 3 4 5 6 7\n-5 -6 -7 -8");
+	fSettings.WriteSettings("0\n99999999999999999999 -99999999999999999999 3 4 5 6 7\n-5 -6 -7 -8");
 	ReadWindowRects(fRects, 5);
 	EXPECT_EQ(BRect(float(INT_MAX), float(INT_MIN), 3, 4), fRects[0]);
 	EXPECT_EQ(BRect(-5, -6, -7, -8), fRects[1]) << "the last line needs no line end";
 
-	std::filesystem::remove(SettingsPath());
-	std::filesystem::create_directory(SettingsPath());
+	std::filesystem::remove(fSettings.SettingsPath());
+	std::filesystem::create_directory(fSettings.SettingsPath());
 	ReadWindowRects(fRects, 5);
 	WriteWindowRects(fRects, 5);
-	EXPECT_TRUE(std::filesystem::is_directory(SettingsPath()));
+	EXPECT_TRUE(std::filesystem::is_directory(fSettings.SettingsPath()));
 }
 
 TEST_F(SettingsFileTest, WritesSixLinesOfIntegers)
 {
 	WriteWindowRects(kDefaults, 5);
 	EXPECT_EQ("0\n60 60 460 330\n100 100 228 228\n100 100 616 280\n100 100 616 280\n"
-		"100 100 616 280\n", ReadSettings());
+		"100 100 616 280\n", fSettings.Settings());
 
 	BRect rects[5] = {BRect(10.75, 20.25, 410.5, 290.9), BRect(-3.5, 0, 1, 2),
 		kDefaults[2], kDefaults[3], kDefaults[4]};
 	WriteWindowRects(rects, 5);
 	EXPECT_EQ("0\n10 20 410 290\n-3 0 1 2\n100 100 616 280\n100 100 616 280\n"
-		"100 100 616 280\n", ReadSettings());
+		"100 100 616 280\n", fSettings.Settings());
 }
 
 TEST_F(SettingsFileTest, ASettingsFolderPathTooLongIsNeverUsed)
 {
-	std::string deep = fFolder + "/" + std::string(120, 'd');
+	std::string deep = fSettings.Root() + "/" + std::string(120, 'd');
 	setenv("XDG_CONFIG_HOME", deep.c_str(), 1);
 	WriteWindowRects(kDefaults, 5);
 	ReadWindowRects(fRects, 5);

@@ -4,8 +4,6 @@
 #include <vector>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 
 #include <Box.h>
 #include <OS.h>
@@ -15,6 +13,7 @@
 #include "GlintApplication.h"
 #include "GlintView.h"
 #include "InspectorTestSupport.h"
+#include "app/SettingsFolder.h"
 #include "platform/storage/TempFolder.h"
 
 namespace {
@@ -75,38 +74,6 @@ HasClosed(BWindow* window)
 		snooze(1000);
 	return !IsOpen(window);
 }
-
-// Settings go to a folder of the test's own while it lives.
-class SettingsFolder {
-public:
-	SettingsFolder()
-	{
-		if (const char* previous = getenv("XDG_CONFIG_HOME"))
-			fPrevious = previous;
-		setenv("XDG_CONFIG_HOME", fFolder.Root().c_str(), 1);
-	}
-
-	~SettingsFolder()
-	{
-		if (fPrevious.empty())
-			unsetenv("XDG_CONFIG_HOME");
-		else
-			setenv("XDG_CONFIG_HOME", fPrevious.c_str(), 1);
-	}
-
-	// The settings file's text, empty while there is none.
-	std::string Settings() const
-	{
-		std::ifstream file(fFolder.Path("Vellum_Settings"));
-		std::stringstream text;
-		text << file.rdbuf();
-		return text.str();
-	}
-
-private:
-	TempFolder fFolder;
-	std::string fPrevious;
-};
 
 // The application launched without paths to open.
 class PlainLaunch : public GlintApplication {
