@@ -14,7 +14,6 @@
 #include <Bitmap.h>
 #include <Box.h>
 #include <Button.h>
-#include <Clipboard.h>
 #include <FilePanel.h>
 #include <Invoker.h>
 #include <ListView.h>
@@ -116,7 +115,7 @@ public:
 			case B_COPY:
 			case B_PASTE:
 			case B_SELECT_ALL:
-				pvEdit(message->what);
+				pvEdit(message);
 				break;
 			case kOpen:
 				pvShowPanel();
@@ -259,25 +258,11 @@ private:
 		parent->AddChild(new BScrollView("Rows scroller", list, B_FOLLOW_ALL, 0, false, true));
 	}
 
-	void pvEdit(uint32 command)
+	// The focused text view edits itself.
+	void pvEdit(BMessage* message)
 	{
-		BTextView* text = dynamic_cast<BTextView*>(CurrentFocus());
-		if (text == nullptr)
-			return;
-		switch (command) {
-			case B_CUT:
-				text->Cut(be_clipboard);
-				break;
-			case B_COPY:
-				text->Copy(be_clipboard);
-				break;
-			case B_PASTE:
-				text->Paste(be_clipboard);
-				break;
-			case B_SELECT_ALL:
-				text->SelectAll();
-				break;
-		}
+		if (BTextView* text = dynamic_cast<BTextView*>(CurrentFocus()))
+			text->MessageReceived(message);
 	}
 
 	void pvShowPanel()

@@ -6,7 +6,6 @@
 #include <Application.h>
 #include <Autolock.h>
 #include <Box.h>
-#include <Clipboard.h>
 #include <FilePanel.h>
 #include <ListView.h>
 #include <MenuBar.h>
@@ -232,20 +231,10 @@ GlWindow::pvEditCommand(BMessage* msg)
 {
 	BView* focus = CurrentFocus();
 	if (BTextView* text = dynamic_cast<BTextView*>(focus)) {
-		switch (msg->what) {
-			case kClearCommand:
-				text->Clear();
-				break;
-			case B_CUT:
-				text->Cut(be_clipboard);
-				break;
-			case B_COPY:
-				text->Copy(be_clipboard);
-				break;
-			case B_PASTE:
-				text->Paste(be_clipboard);
-				break;
-		}
+		if (msg->what == kClearCommand)
+			text->Clear();
+		else
+			text->MessageReceived(msg);
 	} else if (BListView* list = dynamic_cast<BListView*>(focus))
 		list->MessageReceived(msg);
 }
