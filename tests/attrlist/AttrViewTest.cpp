@@ -118,15 +118,25 @@ TypedFile(const TempFolder& folder)
 	return path;
 }
 
-}	// namespace
-
-TEST(AttrViewTest, ListsTheTypedAttributesOfAFile)
+// Runs body headless with a shown panel window and the path of a TypedFile.
+template<typename Body>
+void
+WithTypedFile(Body body)
 {
 	TempFolder folder;
 	ASSERT_XATTRS(folder);
 	std::string path = TypedFile(folder);
 	WindowTester::RunHeadless([&] {
 		PanelWindow w;
+		body(w, path);
+	});
+}
+
+}	// namespace
+
+TEST(AttrViewTest, ListsTheTypedAttributesOfAFile)
+{
+	WithTypedFile([](PanelWindow& w, const std::string& path) {
 		ASSERT_TRUE(w.window->Lock());
 		EXPECT_TRUE(w.panel->FindView("Headers")->IsHidden());
 		EXPECT_TRUE(w.panel->FindView("ScrollList")->IsHidden());
@@ -161,11 +171,7 @@ TEST(AttrViewTest, ListsTheTypedAttributesOfAFile)
 
 TEST(AttrViewTest, IconRowsAreAsTallAsTheirBitmapsAndShowThem)
 {
-	TempFolder folder;
-	ASSERT_XATTRS(folder);
-	std::string path = TypedFile(folder);
-	WindowTester::RunHeadless([&] {
-		PanelWindow w;
+	WithTypedFile([](PanelWindow& w, const std::string& path) {
 		w.Show(path);
 		ASSERT_TRUE(w.window->Lock());
 		int32 large = w.IndexOf("BEOS:L:STD_ICON");
@@ -195,11 +201,7 @@ TEST(AttrViewTest, IconRowsAreAsTallAsTheirBitmapsAndShowThem)
 
 TEST(AttrViewTest, TheSelectedRowHasAGreenBand)
 {
-	TempFolder folder;
-	ASSERT_XATTRS(folder);
-	std::string path = TypedFile(folder);
-	WindowTester::RunHeadless([&] {
-		PanelWindow w;
+	WithTypedFile([](PanelWindow& w, const std::string& path) {
 		w.Show(path);
 		ASSERT_TRUE(w.window->Lock());
 		int32 selected = w.IndexOf("count");
