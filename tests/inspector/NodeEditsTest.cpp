@@ -116,6 +116,28 @@ public:
 
 	std::string Field(const char* field) { return FieldText(fWindow, field); }
 
+	// Committing what the field already shows asks nothing.
+	void CommitUnchanged(const char* field, const std::string& text)
+	{
+		AlertScript script;
+		Commit(field, text);
+		EXPECT_TRUE(script.Seen().empty()) << field;
+	}
+
+	// Commits text and cancels the question, which names the property, the
+	// node and text; the field shows shown afterwards.
+	void CommitCancelled(const char* field, const std::string& text, const std::string& property,
+		const std::string& shown)
+	{
+		fWindow->Lock();
+		std::string name = fView->File()->Name();
+		fWindow->Unlock();
+		AlertScript script({0});
+		Commit(field, text);
+		EXPECT_EQ(Texts{Confirmation(property, name, text)}, script.Texts());
+		EXPECT_EQ(shown, Field(field));
+	}
+
 	// The file panel answers with the chosen entry.
 	void ChooseTarget(const std::string& path) { Send(RefsMessage('FixS', {path})); }
 
@@ -134,19 +156,10 @@ TEST(NodeEditsTest, RenameConfirmedCancelledRefusedAndByCaseOnly)
 	folder.File("taken");
 	WindowTester::RunHeadless([&] {
 		Panel panel(notes);
-		{
-			AlertScript script;
-			panel.Commit("Name", "Notes");
-			EXPECT_TRUE(script.Seen().empty());
-			EXPECT_TRUE(Exists(notes));
-		}
-		{
-			AlertScript script({0});
-			panel.Commit("Name", "letters");
-			EXPECT_EQ(Texts{Confirmation("name", "notes", "letters")}, script.Texts());
-			EXPECT_EQ("notes", panel.Field("Name"));
-			EXPECT_TRUE(Exists(notes));
-		}
+		panel.CommitUnchanged("Name", "Notes");
+		EXPECT_TRUE(Exists(notes));
+		panel.CommitCancelled("Name", "letters", "name", "notes");
+		EXPECT_TRUE(Exists(notes));
 		{
 			AlertScript script({1});
 			int32 beeps = WindowTester::CountBeeps();
@@ -177,19 +190,10 @@ TEST(NodeEditsTest, ResizeAsksTwice)
 	std::string notes = folder.File("notes", std::string(1000, 'n'));
 	WindowTester::RunHeadless([&] {
 		Panel panel(notes);
-		{
-			AlertScript script;
-			panel.Commit("Size", "1,000");
-			EXPECT_TRUE(script.Seen().empty());
-		}
-		{
-			// A cancelled first question leaves the typed number in the field.
-			AlertScript script({0});
-			panel.Commit("Size", "2,000");
-			EXPECT_EQ(Texts{Confirmation("size", "notes", "2,000")}, script.Texts());
-			EXPECT_EQ("2,000", panel.Field("Size"));
-			EXPECT_EQ(1000, SizeOf(notes));
-		}
+		panel.CommitUnchanged("Size", "1,000");
+		// A cancelled first question leaves the typed number in the field.
+		panel.CommitCancelled("Size", "2,000", "size", "2,000");
+		EXPECT_EQ(1000, SizeOf(notes));
 		{
 			AlertScript script({1, 0});
 			panel.Commit("Size", "2,000");
@@ -237,18 +241,9 @@ TEST(NodeEditsTest, MoveConfirmedCancelledAndToAMissingFolder)
 	std::string moved = folder.Path("sub/notes");
 	WindowTester::RunHeadless([&] {
 		Panel panel(notes);
-		{
-			AlertScript script;
-			panel.Commit("Path", notes);
-			EXPECT_TRUE(script.Seen().empty());
-		}
-		{
-			AlertScript script({0});
-			panel.Commit("Path", moved);
-			EXPECT_EQ(Texts{Confirmation("path", "notes", moved)}, script.Texts());
-			EXPECT_EQ(notes, panel.Field("Path"));
-			EXPECT_TRUE(Exists(notes));
-		}
+		panel.CommitUnchanged("Path", notes);
+		panel.CommitCancelled("Path", moved, "path", notes);
+		EXPECT_TRUE(Exists(notes));
 		{
 			AlertScript script({1, 0});
 			int32 beeps = WindowTester::CountBeeps();
@@ -284,18 +279,9 @@ TEST(NodeEditsTest, RedateConfirmedCancelledAndOfAVanishedNode)
 	std::string newText(datetostring(kNewDate));
 	WindowTester::RunHeadless([&] {
 		Panel panel(notes);
-		{
-			AlertScript script;
-			panel.Commit("Date", oldText);
-			EXPECT_TRUE(script.Seen().empty());
-		}
-		{
-			AlertScript script({0});
-			panel.Commit("Date", newText);
-			EXPECT_EQ(Texts{Confirmation("date", "notes", newText)}, script.Texts());
-			EXPECT_EQ(oldText, panel.Field("Date"));
-			EXPECT_EQ(kOldDate, DateOf(notes));
-		}
+		panel.CommitUnchanged("Date", oldText);
+		panel.CommitCancelled("Date", newText, "date", oldText);
+		EXPECT_EQ(kOldDate, DateOf(notes));
 		{
 			AlertScript script({1});
 			panel.Commit("Date", newText);
