@@ -50,19 +50,26 @@ Shows(WindowTester& tester, BRect rect, rgb_color color)
 	return false;
 }
 
+// Adds a button to the window as the column'th of a row along its top.
+BButton*
+AddButton(BWindow* window, int32 column, const char* name, const char* label)
+{
+	float left = 10 + column * 90;
+	BButton* button = new BButton(BRect(left, 10, left + 79, 34), name, label,
+		new BMessage('Bttn'));
+	window->AddChild(button);
+	return button;
+}
+
 }	// namespace
 
 TEST(ControlsTest, ButtonsInvokeByClickAndEnterAndTheDefaultTakesEnter)
 {
 	WindowTester::RunHeadless([] {
 		ControlWindow* window = new ControlWindow;
-		BButton* ok = new BButton(BRect(10, 10, 89, 34), "ok", "OK", new BMessage('OK  '));
-		BButton* other = new BButton(BRect(100, 10, 179, 34), "other", "Other",
-			new BMessage('Othr'));
-		BButton* off = new BButton(BRect(190, 10, 269, 34), "off", "Off", new BMessage('Off '));
-		window->AddChild(ok);
-		window->AddChild(other);
-		window->AddChild(off);
+		BButton* ok = AddButton(window, 0, "ok", "OK");
+		BButton* other = AddButton(window, 1, "other", "Other");
+		BButton* off = AddButton(window, 2, "off", "Off");
 		off->SetEnabled(false);
 		window->Show();
 		WindowTester tester(window);
@@ -97,11 +104,8 @@ TEST(ControlsTest, OnlyTheFocusedButtonShowsTheFocusMark)
 {
 	WindowTester::RunHeadless([] {
 		ControlWindow* window = new ControlWindow;
-		BButton* ok = new BButton(BRect(10, 10, 89, 34), "ok", "OK", new BMessage('OK  '));
-		BButton* other = new BButton(BRect(100, 10, 179, 34), "other", "Other",
-			new BMessage('Othr'));
-		window->AddChild(ok);
-		window->AddChild(other);
+		BButton* ok = AddButton(window, 0, "ok", "OK");
+		BButton* other = AddButton(window, 1, "other", "Other");
 		window->Show();
 		WindowTester tester(window);
 		tester.Activate();
