@@ -70,6 +70,15 @@ Exists(const std::string& path)
 	return access(path.c_str(), F_OK) == 0;
 }
 
+// Makes leaf in folder a symbolic link to target; returns the link's path.
+std::string
+SymbolicLink(const TempFolder& folder, const std::string& leaf, const std::string& target)
+{
+	std::string link = folder.Path(leaf);
+	EXPECT_EQ(0, symlink(target.c_str(), link.c_str())) << link;
+	return link;
+}
+
 // An inspector window showing one node, with its info panel.
 class Panel {
 public:
@@ -305,8 +314,7 @@ TEST(NodeEditsTest, RelinkConfirmedCancelledAndToTheSameTarget)
 	TempFolder folder;
 	std::string first = folder.File("first");
 	std::string second = folder.File("second");
-	std::string link = folder.Path("link");
-	ASSERT_EQ(0, symlink(first.c_str(), link.c_str()));
+	std::string link = SymbolicLink(folder, "link", first);
 	WindowTester::RunHeadless([&] {
 		Panel panel(link);
 		EXPECT_EQ(first, panel.Field("Target Path"));
@@ -344,8 +352,7 @@ TEST(NodeEditsTest, SetOpensAPanelNamingTheLink)
 {
 	TempFolder folder;
 	std::string target = folder.File("target");
-	std::string link = folder.Path("link");
-	ASSERT_EQ(0, symlink(target.c_str(), link.c_str()));
+	std::string link = SymbolicLink(folder, "link", target);
 	WindowTester::RunHeadless([&] {
 		Panel panel(link);
 		panel.Send(BMessage('FinS'));
@@ -360,8 +367,7 @@ TEST(NodeEditsTest, OnlyTheNodeFieldsAreEdits)
 {
 	TempFolder folder;
 	std::string target = folder.File("target");
-	std::string link = folder.Path("link");
-	ASSERT_EQ(0, symlink(target.c_str(), link.c_str()));
+	std::string link = SymbolicLink(folder, "link", target);
 	WindowTester::RunHeadless([&] {
 		Panel panel(link);
 		AlertScript script({1});
