@@ -11,6 +11,7 @@
 
 #include <Clipboard.h>
 
+#include "../kernel/Threads.h"
 #include "DisplayLoop.h"
 #include "LooperRegistry.h"
 #include "MessagePrivate.h"
@@ -57,6 +58,7 @@ BApplication::BApplication(const char* signature, status_t* error)
 BApplication::~BApplication()
 {
 	fPulse.reset();
+	BPrivate::JoinFinishedThreads();
 	if (be_app == this) {
 		delete be_clipboard;
 		be_clipboard = nullptr;

@@ -2,6 +2,8 @@
 
 #include <OS.h>
 
+#include "Threads.h"
+
 #include <pthread.h>
 #include <unistd.h>
 
@@ -13,6 +15,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -25,6 +28,10 @@ struct ThreadRecord {
 	bool resumed = false;
 	bool finished = false;
 	status_t exitValue = B_OK;
+	// Joined by whoever waits for the thread, or by the next reaping once the
+	// function has returned: a thread still tearing down its thread-local data
+	// (the display library keeps some) must not outlive the process's exit.
+	std::thread native;
 };
 
 // Thrown by exit_thread to leave the thread function from any depth.
@@ -50,6 +57,22 @@ public:
 		std::lock_guard<std::mutex> guard(fLock);
 		fThreads[record->id] = record;
 		return record;
+	}
+
+	// Joins every thread whose function has returned and that nobody joined.
+	void JoinFinished()
+	{
+		std::vector<std::thread> ended;
+		{
+			std::lock_guard<std::mutex> guard(fLock);
+			std::lock_guard<std::mutex> state(fStateLock);
+			for (auto& [id, record] : fThreads) {
+				if (record->finished && record->native.joinable())
+					ended.push_back(std::move(record->native));
+			}
+		}
+		for (std::thread& thread : ended)
+			thread.join();
 	}
 
 	void Remove(thread_id id)
@@ -131,11 +154,14 @@ spawn_thread(thread_func function, const char* name, int32 priority, void* data)
 {
 	if (function == nullptr)
 		return B_BAD_VALUE;
+	Registry().JoinFinished();
 	auto record = Registry().Add(name, priority);
 	record->function = function;
 	record->data = data;
 	try {
-		std::thread(RunThread, record).detach();
+		std::thread native(RunThread, record);
+		std::lock_guard<std::mutex> guard(Registry().StateLock());
+		record->native = std::move(native);
 	} catch (const std::system_error&) {
 		Registry().Remove(record->id);
 		return B_NO_MORE_THREADS;
@@ -165,6 +191,7 @@ wait_for_thread(thread_id thread, status_t* returnValue)
 		return B_BAD_THREAD_ID;
 	if (thread == find_thread(nullptr))
 		return B_BAD_THREAD_ID;
+	std::thread ended;
 	{
 		std::unique_lock<std::mutex> guard(Registry().StateLock());
 		if (!record->resumed) {
@@ -174,7 +201,10 @@ wait_for_thread(thread_id thread, status_t* returnValue)
 		Registry().StateChanged().wait(guard, [&] { return record->finished; });
 		if (returnValue != nullptr)
 			*returnValue = record->exitValue;
+		ended = std::move(record->native);
 	}
+	if (ended.joinable())
+		ended.join();
 	Registry().Remove(thread);
 	return B_OK;
 }
@@ -251,4 +281,10 @@ team_id
 current_team()
 {
 	return static_cast<team_id>(getpid());
+}
+
+void
+BPrivate::JoinFinishedThreads()
+{
+	Registry().JoinFinished();
 }
