@@ -51,9 +51,14 @@ FileManagerBridge::ShowItem(const char* path)
 	DisplayServer& server = DisplayServer::Default();
 	if (!server.CanWaitForRequests())
 		return B_ERROR;
-	QString uri = QUrl::fromLocalFile(QString::fromLocal8Bit(path)).toString(QUrl::FullyEncoded);
+	// Qt's strings share their data between copies: the URI is made in the
+	// server's thread, which is the only one to hold it.
+	std::string file(path);
 	auto answer = std::make_shared<ServerAnswer<status_t>>();
-	server.Post([uri, answer] { CallShowItems(uri, answer); });
+	server.Post([file, answer] {
+		CallShowItems(QUrl::fromLocalFile(QString::fromLocal8Bit(file.c_str()))
+			.toString(QUrl::FullyEncoded), answer);
+	});
 	status_t status;
 	if (!answer->Wait(kAnswerTimeout, &status))
 		return B_TIMED_OUT;

@@ -70,11 +70,13 @@ FileManagerTester::FileManagerTester(const char* busAddress)
 	fStatus(B_NO_INIT)
 {
 	auto answer = std::make_shared<ServerAnswer<status_t>>();
-	QString address = QString::fromUtf8(busAddress != nullptr ? busAddress : "");
+	// Qt's strings share their data between copies: the server's thread makes its own.
+	std::string address(busAddress != nullptr ? busAddress : "");
 	std::shared_ptr<Service> service = fService;
 	DisplayServer::Default().Post([answer, address, service] {
 		service->connectionName = QString("vellum-file-manager-%1").arg(sNextConnection++);
-		QDBusConnection bus = QDBusConnection::connectToBus(address, service->connectionName);
+		QDBusConnection bus = QDBusConnection::connectToBus(QString::fromStdString(address),
+			service->connectionName);
 		Service* record = service.get();
 		service->object = std::make_unique<ShowItemsObject>([record](const QStringList& uris) {
 			std::lock_guard<std::mutex> guard(record->lock);

@@ -1,6 +1,7 @@
 #ifndef _LOOPER_H
 #define _LOOPER_H
 
+#include <atomic>
 #include <memory>
 
 #include <Handler.h>
@@ -110,7 +111,8 @@ private:
 	std::unique_ptr<BMessageQueue> fQueue;
 	sem_id fQueueSem;
 	int32 fPriority;
-	thread_id fThread = -1;
+	// Read by other threads (Thread(), app_info) while Run() sets it.
+	std::atomic<thread_id> fThread{-1};
 	bool fRunCalled = false;
 	bool fTerminating = false;
 	bool fDeleteOnQuit = true;

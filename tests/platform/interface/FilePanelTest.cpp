@@ -285,6 +285,8 @@ WithPanel(uint32 flavors, bool multiple, Body body)
 			WindowTester tester(panel.Window());
 			ASSERT_EQ(B_OK, tester.WaitForIdle());
 			body(folder, panel, tester, recorder, target);
+			// The window calls the panel's hooks: it must be done before the panel goes.
+			EXPECT_EQ(B_OK, tester.WaitForIdle());
 		}
 		target->Lock();
 		target->Quit();
