@@ -224,17 +224,21 @@ TEST(ClipboardTest, SystemClipboardIsTheDesktopsClipboard)
 
 TEST(ClipboardTest, TextFromOtherProgramsArrivesAsText)
 {
-	WindowTester::RunHeadless([] {
+	// The desktop's clipboard outlives the test: each run copies new text, so
+	// that it is a change even after an earlier run.
+	static int sRuns = 0;
+	std::string copied = "from a terminal " + std::to_string(++sRuns);
+	WindowTester::RunHeadless([&copied] {
 		uint32 before = be_clipboard->SystemCount();
-		ASSERT_EQ(B_OK, DesktopClipboard::Write({{"text/plain", "from a terminal"}}));
+		ASSERT_EQ(B_OK, DesktopClipboard::Write({{"text/plain", copied}}));
 		EXPECT_EQ(before + 1, be_clipboard->SystemCount());
 
 		ASSERT_TRUE(be_clipboard->Lock());
 		BMessage* data = be_clipboard->Data();
-		EXPECT_EQ("from a terminal", PlainText(data));
+		EXPECT_EQ(copied, PlainText(data));
 		const char* text;
 		ASSERT_EQ(B_OK, data->FindString("text", &text));
-		EXPECT_STREQ("from a terminal", text);
+		EXPECT_EQ(copied, text);
 		EXPECT_FALSE(data->HasPointer("VellumAttr"));
 		EXPECT_FALSE(be_clipboard->DataSource().IsValid());
 		be_clipboard->Unlock();
