@@ -144,10 +144,14 @@ void
 BLooper::pvLoop()
 {
 	while (acquire_sem(fQueueSem) == B_OK) {
-		BMessage* message = fQueue->NextMessage();
-		if (message == nullptr)
-			continue;
+		// The message leaves the queue under the lock: whoever holds the lock
+		// and finds the queue empty knows that nothing is waiting to dispatch.
 		fRecord->lock.Lock();
+		BMessage* message = fQueue->NextMessage();
+		if (message == nullptr) {
+			fRecord->lock.Unlock();
+			continue;
+		}
 		if (message->what == _QUIT_) {
 			delete message;
 			fTerminating = true;
