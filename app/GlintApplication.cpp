@@ -23,6 +23,7 @@ const char kDataWindowPrefix[] = "DataWindow for ";
 const char kAboutTitle[] = "About Vellum";
 const uint32 kDropMessage = 'DATA';
 const uint32 kNodeLoaded = 'Init';
+const uint32 kSavePrefs = 'SvPr';
 const bigtime_t kAboutShownFor = 3000000;
 const int kDataWindowSlots = 16;
 
@@ -259,6 +260,10 @@ GlintApplication::MessageReceived(BMessage* msg)
 			break;
 		case kNodeLoaded:
 			fRefsReceived = true;
+			break;
+		case kSavePrefs:
+			SavePrefs();
+			msg->SendReply(B_NO_REPLY);
 			break;
 		default:
 			BApplication::MessageReceived(msg);

@@ -13,7 +13,7 @@
 #include "BrindleFile.h"
 #include "CMultiTextItem.h"
 #include "Formatting.h"
-#include "GlintView.h"
+#include "FileHost.h"
 #include "ItemView.h"
 #include "ListColors.h"
 #include "PanelColors.h"
@@ -186,7 +186,7 @@ AttrView::HideView(const char* name)
 BrindleFile*
 AttrView::File() const
 {
-	auto host = dynamic_cast<GlintView*>(Parent());
+	auto host = dynamic_cast<FileHost*>(Parent());
 	return host != nullptr ? host->File() : nullptr;
 }
 

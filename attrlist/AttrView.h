@@ -16,7 +16,7 @@ struct entry_ref;
 // their count. Its parts are child views found by name: "AttrContainer" (all
 // of the panel inside its border), in it "Headers" (the column titles) and
 // "ScrollList" (the scroll view around "attrList", the rows). The node belongs
-// to the hosting GlintView.
+// to the hosting view, a FileHost.
 class AttrView : public BBox {
 public:
 	AttrView(BRect frame, const char* name, uint32 resizingMode, uint32 flags,
@@ -41,7 +41,7 @@ public:
 	void ShowView(const char* name);
 	void HideView(const char* name);
 
-	// The node of the hosting GlintView, or null when the panel has none.
+	// The node of the hosting FileHost, or null when the panel has none.
 	BrindleFile* File() const;
 
 	// Hands an Edit command to the list.

@@ -18,7 +18,6 @@
 #include "BrindleFile.h"
 #include "EditMenu.h"
 #include "GlAboutWindow.h"
-#include "GlintApplication.h"
 #include "GlintView.h"
 #include "PanelColors.h"
 #include "StatusError.h"
@@ -35,6 +34,8 @@ const uint32 kClearCommand = 127;
 const uint32 kOpenPanel = 'Glan';
 const uint32 kCloseWindow = 'Glcw';
 const uint32 kNodeLoaded = 'Init';
+const uint32 kSavePrefs = 'SvPr';
+const bigtime_t kSaveTimeout = 2000000;
 
 const float kMenuBarHeight = 14;
 const float kMinWidth = 370, kMaxWidth = 1000;
@@ -298,8 +299,9 @@ GlWindow::QuitRequested()
 		return false;
 	if (pvOtherInspectorsOpen())
 		return true;
-	if (GlintApplication* app = dynamic_cast<GlintApplication*>(be_app))
-		app->SavePrefs();
+	// The application writes the settings while this window still stands.
+	BMessage request(kSavePrefs), saved;
+	BMessenger(be_app).SendMessage(&request, &saved, B_INFINITE_TIMEOUT, kSaveTimeout);
 	be_app->PostMessage(B_QUIT_REQUESTED);
 	return true;
 }

@@ -5,6 +5,8 @@
 
 #include <View.h>
 
+#include "FileHost.h"
+
 class BPath;
 class BrindleFile;
 class NewTextControl;
@@ -14,7 +16,7 @@ struct entry_ref;
 // fields ("Name", "Size", "Date", "Path" and, for a link, "Target Path" with
 // its "Set..." button), an instruction line and the attribute panel
 // "Attributes". It owns the inspected node and routes the panel's messages.
-class GlintView : public BView {
+class GlintView : public BView, public FileHost {
 public:
 	GlintView(BRect frame);
 	virtual ~GlintView();
@@ -30,7 +32,7 @@ public:
 	// Loads the index-th "refs" entry of msg, then tells the window.
 	virtual void RefsReceived(BMessage* msg, int32 index);
 
-	BrindleFile* File() const { return fFile.get(); }
+	virtual BrindleFile* File() const { return fFile.get(); }
 	bool Loaded() const { return fFile != nullptr; }
 
 	// Shows the index-th "refs" entry of msg; without one the current node
