@@ -12,7 +12,8 @@
 #include <Clipboard.h>
 
 #include "../kernel/Threads.h"
-#include "DisplayLoop.h"
+#include "../link/DisplayLoop.h"
+#include "../link/DisplayServer.h"
 #include "LooperRegistry.h"
 #include "MessagePrivate.h"
 #include "PulseTimer.h"
@@ -82,6 +83,9 @@ BApplication::pvInit(const char* signature)
 		return;
 	}
 	fSignature = signature;
+	// The display server shows the windows, unless another display loop was set.
+	if (BPrivate::GetDisplayLoop() == nullptr)
+		BPrivate::SetDisplayLoop(&BPrivate::DisplayServer::Default().Loop());
 	be_app = this;
 	be_app_messenger = BMessenger(this);
 	be_clipboard = new BClipboard("system");

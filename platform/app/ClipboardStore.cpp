@@ -7,7 +7,7 @@
 
 #include <AppDefs.h>
 
-#include "../display/DesktopClipboard.h"
+#include "../link/DesktopClipboard.h"
 
 namespace BPrivate {
 

@@ -1,4 +1,4 @@
-#include "DisplayLoop.h"
+#include "../link/DisplayLoop.h"
 
 #include <atomic>
 

@@ -1,58 +1,33 @@
 #include "TrackerBridge.h"
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <string>
 
 #include <AppDefs.h>
 #include <Entry.h>
 #include <Path.h>
 
-#include "FileManagerBridge.h"
+#include "../link/FileManagerBridge.h"
 
 namespace BPrivate {
 
 namespace {
 
-const char* const kFolderOpenerVariable = "VELLUM_FOLDER_OPENER";
 const char* const kDefaultFolderOpener = "xdg-open";
 
-// Starts the opener on folder without waiting for it: the grandchild is
-// nobody's child once its parent has exited. Only async-signal-safe calls
-// happen after the fork.
+std::mutex sOpenerLock;
+std::string sFolderOpener = kDefaultFolderOpener;
+
 status_t
 OpenFolder(const char* folder)
 {
-	const char* opener = getenv(kFolderOpenerVariable);
-	if (opener == nullptr || opener[0] == '\0')
-		opener = kDefaultFolderOpener;
-	char* const argv[] = {const_cast<char*>(opener), const_cast<char*>(folder), nullptr};
-	pid_t child = fork();
-	if (child < 0)
-		return B_NO_MORE_THREADS;
-	if (child == 0) {
-		if (fork() == 0) {
-			setsid();
-			int null = open("/dev/null", O_RDWR);
-			if (null >= 0) {
-				dup2(null, STDIN_FILENO);
-				dup2(null, STDOUT_FILENO);
-				dup2(null, STDERR_FILENO);
-			}
-			execvp(argv[0], argv);
-			_exit(127);
-		}
-		_exit(0);
+	std::string opener;
+	{
+		std::lock_guard<std::mutex> guard(sOpenerLock);
+		opener = sFolderOpener;
 	}
-	int childStatus;
-	while (waitpid(child, &childStatus, 0) < 0 && errno == EINTR) {
-	}
-	return B_OK;
+	return FileManagerBridge::OpenFolder(opener.c_str(), folder);
 }
 
 }	// namespace
@@ -60,6 +35,13 @@ OpenFolder(const char* folder)
 TrackerBridge::TrackerBridge()
 	: BLooper("Tracker")
 {
+}
+
+void
+TrackerBridge::SetFolderOpener(const char* command)
+{
+	std::lock_guard<std::mutex> guard(sOpenerLock);
+	sFolderOpener = command != nullptr && command[0] != '\0' ? command : kDefaultFolderOpener;
 }
 
 const char*

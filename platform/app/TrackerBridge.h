@@ -14,12 +14,15 @@ namespace BPrivate {
 // follows. Creating the "Selection" of a folder window's poses with "data" =
 // a node's ref shows that node selected in its folder (D-Bus ShowItems); when
 // no file manager answers, the folder is opened with the opener command
-// (VELLUM_FOLDER_OPENER, else xdg-open). Replies are B_REPLY with "error".
+// (xdg-open unless set). Replies are B_REPLY with "error".
 class TrackerBridge : public BLooper {
 public:
 	static const char* Signature();
 	// The bridge's address; the bridge starts on first use and stays.
 	static BMessenger Messenger();
+	// The command that opens a folder when no file manager answers; null or
+	// empty restores xdg-open.
+	static void SetFolderOpener(const char* command);
 
 	virtual BHandler* ResolveSpecifier(BMessage* message, int32 index,
 		BMessage* specifier, int32 what, const char* property);

@@ -13,7 +13,6 @@
 #include <QPolygonF>
 #include <QRegion>
 
-#include <Bitmap.h>
 
 #include "DisplayServer.h"
 #include "FrameWindow.h"
@@ -130,91 +129,132 @@ PixelCentres(const BPoint* points, int32 count)
 }
 
 QFont
-ToQFont(const BFont& font)
+ToQFont(const FontSpec& font)
 {
-	QFont result(QString::fromUtf8(font.Family()));
-	result.setPixelSize(qMax(1, qRound(font.Size())));
-	QString style = QString::fromUtf8(font.Style());
-	bool bold = (font.Face() & B_BOLD_FACE) != 0 || style.contains("Bold", Qt::CaseInsensitive);
-	bool italic = (font.Face() & B_ITALIC_FACE) != 0
+	QFont result(QString::fromUtf8(font.family));
+	result.setPixelSize(qMax(1, qRound(font.size)));
+	QString style = QString::fromUtf8(font.style);
+	bool bold = (font.traits & FontSpec::kBold) != 0
+		|| style.contains("Bold", Qt::CaseInsensitive);
+	bool italic = (font.traits & FontSpec::kItalic) != 0
 		|| style.contains("Oblique", Qt::CaseInsensitive)
 		|| style.contains("Italic", Qt::CaseInsensitive);
 	result.setBold(bold);
 	result.setItalic(italic);
-	result.setUnderline((font.Face() & B_UNDERSCORE_FACE) != 0);
-	result.setStrikeOut((font.Face() & B_STRIKEOUT_FACE) != 0);
-	if (font.Spacing() == B_FIXED_SPACING)
+	result.setUnderline((font.traits & FontSpec::kUnderline) != 0);
+	result.setStrikeOut((font.traits & FontSpec::kStrikeOut) != 0);
+	if ((font.traits & FontSpec::kFixed) != 0)
 		result.setFixedPitch(true);
 	return result;
 }
 
-// Hashes every field that BFont::operator== compares, without copying.
-struct FontHash {
-	size_t operator()(const BFont& font) const
+// A font spec that owns its strings, as the metrics cache keeps it.
+struct FontKey {
+	std::string family;
+	std::string style;
+	float size;
+	uint8 traits;
+
+	explicit FontKey(const FontSpec& spec)
+		: family(spec.family), style(spec.style), size(spec.size), traits(spec.traits)
 	{
-		size_t hash = std::hash<std::string_view>()(font.Family());
-		for (size_t part : {std::hash<std::string_view>()(font.Style()),
-				std::hash<float>()(font.Size()), size_t(font.Face()), size_t(font.Spacing())})
+	}
+};
+
+bool
+SameFont(const FontKey& key, const FontSpec& spec)
+{
+	return key.size == spec.size && key.traits == spec.traits && key.family == spec.family
+		&& key.style == spec.style;
+}
+
+// Hashes and compares specs and keys alike, so a lookup copies no string.
+struct FontHash {
+	using is_transparent = void;
+
+	static size_t Hash(std::string_view family, std::string_view style, float size,
+		uint8 traits)
+	{
+		size_t hash = std::hash<std::string_view>()(family);
+		for (size_t part : {std::hash<std::string_view>()(style), std::hash<float>()(size),
+				size_t(traits)})
 			hash = hash * 31 + part;
 		return hash;
+	}
+
+	size_t operator()(const FontSpec& spec) const
+	{
+		return Hash(spec.family, spec.style, spec.size, spec.traits);
+	}
+
+	size_t operator()(const FontKey& key) const
+	{
+		return Hash(key.family, key.style, key.size, key.traits);
+	}
+};
+
+struct FontEqual {
+	using is_transparent = void;
+
+	bool operator()(const FontKey& a, const FontKey& b) const
+	{
+		return SameFont(a, FontSpec{a.family.c_str(), a.style.c_str(), a.size, a.traits});
+	}
+
+	bool operator()(const FontKey& key, const FontSpec& spec) const
+	{
+		return SameFont(key, spec);
+	}
+
+	bool operator()(const FontSpec& spec, const FontKey& key) const
+	{
+		return SameFont(key, spec);
 	}
 };
 
 // Metrics per font; Qt's font caches belong to one thread, so do these.
 // Rows and labels measure with the same font many times in a row.
 const QFontMetricsF&
-Metrics(const BFont& font)
+Metrics(const FontSpec& font)
 {
-	thread_local std::unordered_map<BFont, std::unique_ptr<QFontMetricsF>, FontHash> cache;
-	thread_local const std::pair<const BFont, std::unique_ptr<QFontMetricsF>>* last = nullptr;
-	if (last != nullptr && last->first == font)
+	using Cache = std::unordered_map<FontKey, std::unique_ptr<QFontMetricsF>, FontHash,
+		FontEqual>;
+	thread_local Cache cache;
+	thread_local const Cache::value_type* last = nullptr;
+	if (last != nullptr && SameFont(last->first, font))
 		return *last->second;
 	auto found = cache.find(font);
 	if (found == cache.end()) {
 		DisplayServer::Default().EnsureStarted();
-		found = cache.emplace(font, std::make_unique<QFontMetricsF>(ToQFont(font))).first;
+		found = cache.emplace(FontKey(font), std::make_unique<QFontMetricsF>(ToQFont(font)))
+			.first;
 	}
 	last = &*found;
 	return *found->second;
 }
 
 QImage
-BitmapImage(const BBitmap& bitmap)
+PixelImage(const PixelMap& pixels)
 {
-	BRect bounds = bitmap.Bounds();
-	int width = bounds.IntegerWidth() + 1;
-	int height = bounds.IntegerHeight() + 1;
-	auto bits = static_cast<const uchar*>(bitmap.Bits());
-	switch (bitmap.ColorSpace()) {
-		case B_RGBA32:
-			return QImage(bits, width, height, bitmap.BytesPerRow(), QImage::Format_ARGB32)
-				.copy();
+	auto bits = static_cast<const uchar*>(pixels.bits);
+	switch (pixels.space) {
 		case B_RGB32:
-			return QImage(bits, width, height, bitmap.BytesPerRow(), QImage::Format_RGB32)
-				.convertToFormat(QImage::Format_ARGB32);
+			return QImage(bits, pixels.width, pixels.height, pixels.bytesPerRow,
+				QImage::Format_RGB32).convertToFormat(QImage::Format_ARGB32);
 		case B_CMAP8: {
-			QImage indexed(bits, width, height, bitmap.BytesPerRow(), QImage::Format_Indexed8);
-			static const QList<QRgb> table = [] {
-				QList<QRgb> colors;
-				const color_map* map = system_colors();
-				for (const rgb_color& color : map->color_list)
-					colors.append(qRgba(color.red, color.green, color.blue, 255));
-				colors[B_TRANSPARENT_MAGIC_CMAP8] = qRgba(0, 0, 0, 0);
-				return colors;
-			}();
+			QImage indexed(bits, pixels.width, pixels.height, pixels.bytesPerRow,
+				QImage::Format_Indexed8);
+			QList<QRgb> table;
+			for (int32 i = 0; i < 256; i++) {
+				const rgb_color& color = pixels.colorMap[i];
+				table.append(qRgba(color.red, color.green, color.blue, color.alpha));
+			}
 			indexed.setColorTable(table);
 			return indexed.convertToFormat(QImage::Format_ARGB32);
 		}
-		default: {
-			QImage image(width, height, QImage::Format_ARGB32);
-			for (int y = 0; y < height; y++) {
-				for (int x = 0; x < width; x++) {
-					rgb_color color = bitmap.ColorAt(x, y);
-					image.setPixel(x, y, qRgba(color.red, color.green, color.blue, color.alpha));
-				}
-			}
-			return image;
-		}
+		default:
+			return QImage(bits, pixels.width, pixels.height, pixels.bytesPerRow,
+				QImage::Format_ARGB32).copy();
 	}
 }
 
@@ -304,12 +344,11 @@ Canvas::Height() const
 }
 
 void
-Canvas::SetContext(BPoint origin, const BRegion& clip)
+Canvas::SetContext(BPoint origin, const std::vector<BRect>& clip)
 {
 	fData->origin = QPointF(origin.x, origin.y);
 	QRegion region;
-	for (int32 i = 0; i < clip.CountRects(); i++) {
-		BRect rect = clip.RectAt(i);
+	for (const BRect& rect : clip) {
 		region += QRect(int(rect.left), int(rect.top), rect.IntegerWidth() + 1,
 			rect.IntegerHeight() + 1);
 	}
@@ -390,7 +429,7 @@ Canvas::FillPolygon(const BPoint* points, int32 count, const Paint& paint)
 }
 
 float
-Canvas::DrawString(const char* string, int32 length, BPoint location, const BFont& font,
+Canvas::DrawString(const char* string, int32 length, BPoint location, const FontSpec& font,
 	const Paint& paint)
 {
 	QString text = QString::fromUtf8(string, length);
@@ -405,11 +444,9 @@ Canvas::DrawString(const char* string, int32 length, BPoint location, const BFon
 }
 
 void
-Canvas::DrawBitmap(const BBitmap& bitmap, BRect source, BRect destination, const Paint& paint)
+Canvas::DrawBitmap(const PixelMap& pixels, BRect source, BRect destination, const Paint& paint)
 {
-	QImage image = BitmapImage(bitmap);
-	BRect bounds = bitmap.Bounds();
-	source.OffsetBy(-bounds.left, -bounds.top);
+	QImage image = PixelImage(pixels);
 	QPainter& painter = fData->Begin();
 	if (paint.mode == B_OP_COPY) {
 		// Copying replaces the pixels: transparent ones take the low colour.
@@ -449,7 +486,7 @@ Canvas::SavePNG(const char* path)
 // #pragma mark - fonts
 
 float
-FontStringWidth(const BFont& font, const char* string, int32 length)
+FontStringWidth(const FontSpec& font, const char* string, int32 length)
 {
 	if (string == nullptr || length <= 0)
 		return 0;
@@ -458,19 +495,19 @@ FontStringWidth(const BFont& font, const char* string, int32 length)
 }
 
 void
-FontGetHeight(const BFont& font, font_height* height)
+FontGetHeight(const FontSpec& font, float* ascent, float* descent, float* leading)
 {
 	const QFontMetricsF& metrics = Metrics(font);
-	height->ascent = float(metrics.ascent());
-	height->descent = float(metrics.descent());
-	height->leading = float(metrics.leading());
+	*ascent = float(metrics.ascent());
+	*descent = float(metrics.descent());
+	*leading = float(metrics.leading());
 }
 
 bool
-FontIsFixed(const BFont& font)
+FontIsFixed(const FontSpec& font)
 {
 	DisplayServer::Default().EnsureStarted();
-	return QFontDatabase::isFixedPitch(QString::fromUtf8(font.Family()));
+	return QFontDatabase::isFixedPitch(QString::fromUtf8(font.family));
 }
 
 bool

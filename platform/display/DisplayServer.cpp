@@ -16,9 +16,6 @@
 #include <QScreen>
 #include <QThread>
 
-#include <Window.h>
-
-#include "../app/DisplayLoop.h"
 #include "FrameWindow.h"
 
 namespace BPrivate {
@@ -67,11 +64,11 @@ QtFlags(const WindowSettings& settings)
 	if (!settings.bordered)
 		return flags | Qt::FramelessWindowHint;
 	flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
-	if ((settings.flags & B_NOT_CLOSABLE) == 0)
+	if (settings.closable)
 		flags |= Qt::WindowCloseButtonHint;
-	if ((settings.flags & B_NOT_MINIMIZABLE) == 0 && !settings.modal)
+	if (settings.minimizable && !settings.modal)
 		flags |= Qt::WindowMinimizeButtonHint;
-	if ((settings.flags & (B_NOT_ZOOMABLE | B_NOT_RESIZABLE)) == 0 && !settings.modal)
+	if (settings.zoomable && !settings.modal)
 		flags |= Qt::WindowMaximizeButtonHint;
 	return flags;
 }
@@ -104,13 +101,6 @@ public:
 	void Run() override { DisplayServer::Default().Run(); }
 	void Quit() override { DisplayServer::Default().Quit(); }
 };
-
-ServerLoop sLoop;
-
-// Installed whenever the program uses windows (this file is then linked in).
-struct LoopInstaller {
-	LoopInstaller() { SetDisplayLoop(&sLoop); }
-} sInstaller;
 
 }	// namespace
 
@@ -269,6 +259,13 @@ DisplayServer::Run()
 	tIsDisplayThread = false;
 }
 
+DisplayLoop&
+DisplayServer::Loop()
+{
+	static ServerLoop sLoop;
+	return sLoop;
+}
+
 void
 DisplayServer::Quit()
 {
@@ -288,12 +285,12 @@ DisplayServer::Quit()
 // #pragma mark - windows
 
 int32
-DisplayServer::CreateWindow(const BMessenger& target, const WindowSettings& settings)
+DisplayServer::CreateWindow(std::shared_ptr<InputSink> sink, const WindowSettings& settings)
 {
 	int32 id = fData->nextId++;
 	Data* data = fData.get();
-	Post([data, id, target, settings] {
-		auto window = std::make_unique<FrameWindow>(target);
+	Post([data, id, sink, settings] {
+		auto window = std::make_unique<FrameWindow>(sink);
 		window->setFlags(QtFlags(settings));
 		if (settings.modal)
 			window->setModality(Qt::ApplicationModal);
@@ -390,7 +387,7 @@ DisplayServer::MinimizeWindow(int32 id, bool minimize)
 }
 
 void
-DisplayServer::MakePopup(int32 id, int32 owner, const BMessenger& input)
+DisplayServer::MakePopup(int32 id, int32 owner, std::shared_ptr<InputSink> input)
 {
 	Post([id, owner, input] {
 		FrameWindow* window = FindFrameWindow(id);
@@ -399,7 +396,7 @@ DisplayServer::MakePopup(int32 id, int32 owner, const BMessenger& input)
 		// Shown like a tooltip: on top, and never taking the focus from its owner.
 		window->setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
 		window->setTransientParent(FindFrameWindow(owner));
-		window->SetInputTarget(input);
+		window->SetInputSink(input);
 	});
 }
 

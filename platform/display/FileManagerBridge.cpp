@@ -7,6 +7,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QProcess>
 #include <QStringList>
 #include <QUrl>
 
@@ -63,6 +64,13 @@ FileManagerBridge::ShowItem(const char* path)
 	if (!answer->Wait(kAnswerTimeout, &status))
 		return B_TIMED_OUT;
 	return status;
+}
+
+status_t
+FileManagerBridge::OpenFolder(const char* opener, const char* folder)
+{
+	return QProcess::startDetached(QString::fromLocal8Bit(opener),
+		{QString::fromLocal8Bit(folder)}) ? B_OK : B_ERROR;
 }
 
 }

@@ -10,13 +10,8 @@
 #include <QUrl>
 #include <QWheelEvent>
 
-#include <AppDefs.h>
-#include <Entry.h>
 #include <InterfaceDefs.h>
-#include <Looper.h>
 #include <OS.h>
-
-#include "../app/MessagePrivate.h"
 
 namespace BPrivate {
 
@@ -124,14 +119,9 @@ BeModifiers(Qt::KeyboardModifiers modifiers)
 	return result;
 }
 
-FrameWindow::FrameWindow(const BMessenger& target)
-	: fTarget(target),
-	fKeyTarget(target)
+FrameWindow::FrameWindow(std::shared_ptr<InputSink> sink)
+	: fSink(std::move(sink))
 {
-	BLooper* looper = nullptr;
-	target.Target(&looper);
-	if (looper != nullptr)
-		fKeyTarget = BMessenger(nullptr, looper);
 }
 
 void
@@ -142,17 +132,17 @@ FrameWindow::SetFrame(const QImage& frame)
 }
 
 void
-FrameWindow::pvSend(BMessage& message)
+FrameWindow::pvSend(InputEvent& event)
 {
-	message.AddInt64("when", system_time());
-	fTarget.SendMessage(&message);
+	event.when = system_time();
+	fSink->Deliver(event);
 }
 
 void
-FrameWindow::pvSendInput(BMessage& message)
+FrameWindow::pvSendInput(InputEvent& event)
 {
-	message.AddInt64("when", system_time());
-	(fInputTarget.IsValid() ? fInputTarget : fTarget).SendMessage(&message);
+	event.when = system_time();
+	(fInputSink != nullptr ? fInputSink : fSink)->Deliver(event);
 }
 
 bool
@@ -162,8 +152,8 @@ FrameWindow::event(QEvent* event)
 		case QEvent::Close: {
 			// The window decides in QuitRequested(); it goes away when it quits.
 			event->ignore();
-			BMessage message(B_QUIT_REQUESTED);
-			fTarget.SendMessage(&message);
+			InputEvent close{InputEvent::kCloseRequested};
+			pvSend(close);
 			return true;
 		}
 		case QEvent::DragEnter:
@@ -205,32 +195,30 @@ FrameWindow::resizeEvent(QResizeEvent*)
 	if (size() == fContentSize)
 		return;
 	fContentSize = size();
-	BMessage message(B_WINDOW_RESIZED);
-	message.AddInt32("width", width() - 1);
-	message.AddInt32("height", height() - 1);
-	pvSend(message);
+	InputEvent resized{InputEvent::kResized};
+	resized.width = width() - 1;
+	resized.height = height() - 1;
+	pvSend(resized);
 }
 
 void
 FrameWindow::moveEvent(QMoveEvent*)
 {
-	BMessage message(B_WINDOW_MOVED);
-	message.AddPoint("where", BPoint(x(), y()));
-	pvSend(message);
+	InputEvent moved{InputEvent::kMoved};
+	moved.where = BPoint(x(), y());
+	pvSend(moved);
 }
 
 void
-FrameWindow::pvMouse(uint32 what, QMouseEvent* event)
+FrameWindow::pvMouse(InputEvent::Kind kind, QMouseEvent* event)
 {
-	uint32 modifiers = BeModifiers(event->modifiers());
-	NoteModifiers(modifiers);
-	BMessage message(what);
-	message.AddPoint("where", ToPoint(event->position()));
-	message.AddPoint("be:view_where", ToPoint(event->position()));
-	message.AddPoint("screen_where", ToPoint(event->globalPosition()));
-	message.AddInt32("modifiers", modifiers);
-	message.AddInt32("buttons", BeButtons(event->buttons()));
-	if (what == B_MOUSE_DOWN) {
+	InputEvent mouse{kind};
+	mouse.modifiers = BeModifiers(event->modifiers());
+	NoteModifiers(mouse.modifiers);
+	mouse.where = ToPoint(event->position());
+	mouse.screenWhere = ToPoint(event->globalPosition());
+	mouse.buttons = BeButtons(event->buttons());
+	if (kind == InputEvent::kMouseDown) {
 		bigtime_t now = system_time();
 		QPointF distance = event->position() - fLastPress;
 		bool again = event->button() == fLastButton
@@ -241,49 +229,48 @@ FrameWindow::pvMouse(uint32 what, QMouseEvent* event)
 		fLastButton = event->button();
 		fLastPress = event->position();
 		fLastPressTime = now;
-		message.AddInt32("clicks", fClicks);
+		mouse.clicks = fClicks;
 	}
-	pvSendInput(message);
+	pvSendInput(mouse);
 }
 
 void
 FrameWindow::mousePressEvent(QMouseEvent* event)
 {
-	pvMouse(B_MOUSE_DOWN, event);
+	pvMouse(InputEvent::kMouseDown, event);
 }
 
 void
 FrameWindow::mouseReleaseEvent(QMouseEvent* event)
 {
-	pvMouse(B_MOUSE_UP, event);
+	pvMouse(InputEvent::kMouseUp, event);
 }
 
 void
 FrameWindow::mouseMoveEvent(QMouseEvent* event)
 {
-	pvMouse(B_MOUSE_MOVED, event);
+	pvMouse(InputEvent::kMouseMoved, event);
 }
 
 void
 FrameWindow::wheelEvent(QWheelEvent* event)
 {
-	BMessage message(B_MOUSE_WHEEL_CHANGED);
+	InputEvent wheel{InputEvent::kWheel};
 	// BeOS counts wheel steps, positive downwards and to the right.
-	message.AddFloat("be:wheel_delta_x", -event->angleDelta().x() / 120.0f);
-	message.AddFloat("be:wheel_delta_y", -event->angleDelta().y() / 120.0f);
-	pvSendInput(message);
+	wheel.wheelX = -event->angleDelta().x() / 120.0f;
+	wheel.wheelY = -event->angleDelta().y() / 120.0f;
+	pvSendInput(wheel);
 }
 
 void
-FrameWindow::pvKey(uint32 what, QKeyEvent* event)
+FrameWindow::pvKey(InputEvent::Kind kind, QKeyEvent* event)
 {
-	uint32 modifiers = BeModifiers(event->modifiers());
-	NoteModifiers(modifiers);
-	BMessage message(what);
-	message.AddInt32("modifiers", modifiers);
+	InputEvent key{kind};
+	key.modifiers = BeModifiers(event->modifiers());
+	NoteModifiers(key.modifiers);
 	if (IsModifierKey(event->key())) {
-		message.what = B_MODIFIERS_CHANGED;
-		pvSendInput(message);
+		key.kind = InputEvent::kModifiersChanged;
+		pvSendInput(key);
 		return;
 	}
 	QByteArray bytes = KeyBytes(event);
@@ -291,22 +278,11 @@ FrameWindow::pvKey(uint32 what, QKeyEvent* event)
 		return;
 	// Function keys are told apart by their BeOS key codes.
 	bool function = event->key() >= Qt::Key_F1 && event->key() <= Qt::Key_F12;
-	message.AddInt32("key", function ? int32(B_F1_KEY + event->key() - Qt::Key_F1)
-		: int32(event->nativeScanCode()));
-	if (event->isAutoRepeat())
-		message.AddInt32("be:key_repeat", 1);
-	pvSendKey(message, bytes);
-}
-
-void
-FrameWindow::pvSendKey(BMessage& message, const QByteArray& bytes)
-{
-	message.AddString("bytes", bytes.constData());
-	for (char byte : bytes)
-		message.AddInt8("byte", byte);
-	message.AddInt32("raw_char", uchar(bytes[0]));
-	message.AddInt64("when", system_time());
-	(fInputTarget.IsValid() ? fInputTarget : fKeyTarget).SendMessage(&message);
+	key.key = function ? int32(B_F1_KEY + event->key() - Qt::Key_F1)
+		: int32(event->nativeScanCode());
+	key.repeat = event->isAutoRepeat();
+	key.bytes = bytes.toStdString();
+	pvSendInput(key);
 }
 
 void
@@ -317,57 +293,52 @@ FrameWindow::pvComposed(QInputMethodEvent* event)
 	event->accept();
 	if (bytes.isEmpty())
 		return;
-	BMessage message(B_KEY_DOWN);
-	message.AddInt32("modifiers", 0);
-	message.AddInt32("key", 0);
-	pvSendKey(message, bytes);
+	InputEvent key{InputEvent::kKeyDown};
+	key.bytes = bytes.toStdString();
+	pvSendInput(key);
 }
 
 void
 FrameWindow::keyPressEvent(QKeyEvent* event)
 {
-	pvKey(B_KEY_DOWN, event);
+	pvKey(InputEvent::kKeyDown, event);
 }
 
 void
 FrameWindow::keyReleaseEvent(QKeyEvent* event)
 {
-	pvKey(B_KEY_UP, event);
+	pvKey(InputEvent::kKeyUp, event);
 }
 
 void
 FrameWindow::focusInEvent(QFocusEvent*)
 {
-	BMessage message(B_WINDOW_ACTIVATED);
-	message.AddBool("active", true);
-	pvSend(message);
+	InputEvent activated{InputEvent::kActivated};
+	activated.active = true;
+	pvSend(activated);
 }
 
 void
 FrameWindow::focusOutEvent(QFocusEvent*)
 {
-	BMessage message(B_WINDOW_ACTIVATED);
-	message.AddBool("active", false);
-	pvSend(message);
+	InputEvent activated{InputEvent::kActivated};
+	pvSend(activated);
 }
 
 void
 FrameWindow::pvDrop(QDropEvent* event)
 {
-	BMessage message(B_SIMPLE_DATA);
+	InputEvent drop{InputEvent::kDrop};
 	for (const QUrl& url : event->mimeData()->urls()) {
-		if (!url.isLocalFile())
-			continue;
-		entry_ref ref;
-		if (get_ref_for_path(QFile::encodeName(url.toLocalFile()).constData(), &ref) == B_OK)
-			message.AddRef("refs", &ref);
+		if (url.isLocalFile())
+			drop.paths.push_back(QFile::encodeName(url.toLocalFile()).toStdString());
 	}
-	if (!message.HasRef("refs"))
+	if (drop.paths.empty())
 		return;
 	event->acceptProposedAction();
-	BPoint where = ToPoint(event->position());
-	MessageAccess::SetDropped(&message, where + BPoint(x(), y()), BPoint(0, 0));
-	pvSend(message);
+	drop.where = ToPoint(event->position());
+	drop.screenWhere = drop.where + BPoint(x(), y());
+	pvSend(drop);
 }
 
 }

@@ -6,23 +6,23 @@
 #include <QInputMethodEvent>
 #include <QRasterWindow>
 
-#include <Message.h>
-#include <Messenger.h>
+#include <memory>
+
+#include "InputSink.h"
 
 // The on-screen side of a BWindow: shows the frames the window's thread renders
-// and turns Qt's input into BeOS messages posted to the window.
+// and hands Qt's input to the window's sink in plain terms.
 
 namespace BPrivate {
 
 class FrameWindow : public QRasterWindow {
 public:
-	FrameWindow(const BMessenger& target);
+	explicit FrameWindow(std::shared_ptr<InputSink> sink);
 
 	void SetFrame(const QImage& frame);
 	void SetContentSize(QSize size) { fContentSize = size; }
-	// Where mouse and keys go (unless set: the mouse to the window itself, keys
-	// to its preferred handler, the focus view).
-	void SetInputTarget(const BMessenger& target) { fInputTarget = target; }
+	// Where mouse and keys go instead of the window's own sink (a popup's owner).
+	void SetInputSink(std::shared_ptr<InputSink> sink) { fInputSink = std::move(sink); }
 
 protected:
 	bool event(QEvent* event) override;
@@ -39,17 +39,15 @@ protected:
 	void focusOutEvent(QFocusEvent* event) override;
 
 private:
-	void pvSend(BMessage& message);
-	void pvSendInput(BMessage& message);
-	void pvSendKey(BMessage& message, const QByteArray& bytes);
+	void pvSend(InputEvent& event);
+	void pvSendInput(InputEvent& event);
 	void pvComposed(QInputMethodEvent* event);
-	void pvMouse(uint32 what, QMouseEvent* event);
-	void pvKey(uint32 what, QKeyEvent* event);
+	void pvMouse(InputEvent::Kind kind, QMouseEvent* event);
+	void pvKey(InputEvent::Kind kind, QKeyEvent* event);
 	void pvDrop(QDropEvent* event);
 
-	BMessenger fTarget;
-	BMessenger fInputTarget;
-	BMessenger fKeyTarget;
+	std::shared_ptr<InputSink> fSink;
+	std::shared_ptr<InputSink> fInputSink;
 	QImage fFrame;
 	QSize fContentSize;
 	Qt::MouseButton fLastButton = Qt::NoButton;

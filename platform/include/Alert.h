@@ -65,7 +65,7 @@ private:
 		button_spacing spacing, alert_type type);
 	void pvLayOut(button_width width, button_spacing spacing);
 	void pvChoose(int32 index);
-	bool pvAnsweredByTester(int32* index);
+	bool pvAnsweredByHook(int32* index);
 
 	alert_type fType = B_INFO_ALERT;
 	BPrivate::AlertView* fView = nullptr;

@@ -7,7 +7,7 @@
 #include <Invoker.h>
 #include <Screen.h>
 
-#include "../display/WindowTester.h"
+#include "AlertHook.h"
 #include "AlertView.h"
 
 using BPrivate::AlertView;
@@ -169,7 +169,7 @@ BAlert::Text() const
 }
 
 bool
-BAlert::pvAnsweredByTester(int32* index)
+BAlert::pvAnsweredByHook(int32* index)
 {
 	BPrivate::AlertInfo info;
 	info.title = Title();
@@ -177,14 +177,14 @@ BAlert::pvAnsweredByTester(int32* index)
 	for (int32 i = 0; i < fButtonCount; i++)
 		info.buttons.push_back(fButtons[i]->Label());
 	info.type = fType;
-	return BPrivate::WindowTester::AnswerAlert(info, index);
+	return BPrivate::AnswerAlertByHook(info, index);
 }
 
 int32
 BAlert::Go()
 {
 	int32 chosen = -1;
-	if (pvAnsweredByTester(&chosen)) {
+	if (pvAnsweredByHook(&chosen)) {
 		Lock();
 		Quit();
 		return chosen;
@@ -213,7 +213,7 @@ BAlert::Go(BInvoker* invoker)
 {
 	fInvoker = invoker;
 	int32 chosen;
-	if (pvAnsweredByTester(&chosen)) {
+	if (pvAnsweredByHook(&chosen)) {
 		Lock();
 		pvChoose(chosen);
 		return B_OK;

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "../display/Canvas.h"
+#include "CanvasLink.h"
 
 namespace {
 
@@ -99,7 +99,7 @@ bool
 BFont::IsFixed() const
 {
 	return fSpacing == B_FIXED_SPACING || fFamily == kFixedFamily
-		|| BPrivate::FontIsFixed(*this);
+		|| BPrivate::FontIsFixed(BPrivate::FontSpecOf(*this));
 }
 
 float
@@ -111,7 +111,7 @@ BFont::StringWidth(const char* string) const
 float
 BFont::StringWidth(const char* string, int32 length) const
 {
-	return BPrivate::FontStringWidth(*this, string, length);
+	return BPrivate::FontStringWidth(BPrivate::FontSpecOf(*this), string, length);
 }
 
 void
@@ -126,7 +126,8 @@ void
 BFont::GetHeight(font_height* height) const
 {
 	if (height != nullptr)
-		BPrivate::FontGetHeight(*this, height);
+		BPrivate::FontGetHeight(BPrivate::FontSpecOf(*this), &height->ascent,
+			&height->descent, &height->leading);
 }
 
 bool

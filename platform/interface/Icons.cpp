@@ -7,7 +7,7 @@
 #include <Bitmap.h>
 #include <Node.h>
 
-#include "../display/IconTheme.h"
+#include "../link/IconTheme.h"
 
 namespace BPrivate {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "../display/DisplayServer.h"
+#include "../link/DisplayServer.h"
 
 rgb_color
 ui_color(color_which which)

@@ -6,7 +6,8 @@
 #include <Screen.h>
 
 #include "../app/WindowList.h"
-#include "../display/DisplayServer.h"
+#include "../link/DisplayServer.h"
+#include "WindowSink.h"
 
 namespace BPrivate {
 
@@ -18,7 +19,8 @@ MenuWindow::MenuWindow(BWindow* owner, BMenu* menu)
 {
 	// Open menus are not among the application's windows.
 	RemoveWindow(this);
-	DisplayServer::Default().MakePopup(fServerId, owner->fServerId, BMessenger(owner));
+	DisplayServer::Default().MakePopup(fServerId, owner->fServerId,
+		std::make_shared<WindowSink>(BMessenger(owner), BMessenger(owner)));
 
 	BPoint where = menu->ScreenLocation();
 	menu->MoveTo(0, 0);

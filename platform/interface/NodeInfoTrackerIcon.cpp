@@ -9,7 +9,7 @@
 #include <StorageDefs.h>
 #include <Node.h>
 
-#include "../display/IconTheme.h"
+#include "../link/IconTheme.h"
 #include "Icons.h"
 
 // The icon that the file manager shows for a node: its own icon attribute,

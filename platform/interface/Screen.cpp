@@ -3,7 +3,7 @@
 #include <Bitmap.h>
 #include <InterfaceDefs.h>
 
-#include "../display/DisplayServer.h"
+#include "../link/DisplayServer.h"
 
 const screen_id B_MAIN_SCREEN_ID = {0};
 

@@ -5,7 +5,7 @@
 #include <Bitmap.h>
 #include <Window.h>
 
-#include "../display/Canvas.h"
+#include "CanvasLink.h"
 #include "ViewState.h"
 
 using BPrivate::Canvas;
@@ -390,7 +390,8 @@ BView::DrawString(const char* string, int32 length, BPoint location)
 	length = static_cast<int32>(strnlen(string, length));
 	float width;
 	if (Canvas* canvas = pvCanvas())
-		width = canvas->DrawString(string, length, location, fState->font, pvPaint(B_SOLID_HIGH));
+		width = canvas->DrawString(string, length, location,
+			BPrivate::FontSpecOf(fState->font), pvPaint(B_SOLID_HIGH));
 	else
 		width = fState->font.StringWidth(string, length);
 	fState->pen = BPoint(location.x + width, location.y);
@@ -434,5 +435,5 @@ BView::DrawBitmap(const BBitmap* bitmap, BRect source, BRect destination)
 	if (bitmap == nullptr || !bitmap->IsValid() || !source.IsValid() || !destination.IsValid())
 		return;
 	if (Canvas* canvas = pvCanvas())
-		canvas->DrawBitmap(*bitmap, source, destination, pvPaint(B_SOLID_HIGH));
+		BPrivate::DrawBitmapOn(*canvas, *bitmap, source, destination, pvPaint(B_SOLID_HIGH));
 }

@@ -13,8 +13,9 @@
 
 #include "../app/PulseTimer.h"
 #include "../app/WindowList.h"
-#include "../display/Canvas.h"
-#include "../display/DisplayServer.h"
+#include "../link/DisplayServer.h"
+#include "CanvasLink.h"
+#include "WindowSink.h"
 #include "ViewState.h"
 
 using BPrivate::DisplayServer;
@@ -107,13 +108,18 @@ BWindow::pvInit(BRect frame, const char* title, window_look look, window_feel fe
 	BPrivate::WindowSettings settings;
 	settings.frame = frame;
 	settings.title = fTitle;
-	settings.flags = flags;
+	settings.closable = (flags & B_NOT_CLOSABLE) == 0;
+	settings.minimizable = (flags & B_NOT_MINIMIZABLE) == 0;
+	settings.zoomable = (flags & (B_NOT_ZOOMABLE | B_NOT_RESIZABLE)) == 0;
 	settings.bordered = look != B_NO_BORDER_WINDOW_LOOK && look != B_BORDERED_WINDOW_LOOK;
 	settings.modal = feel == B_MODAL_APP_WINDOW_FEEL || feel == B_MODAL_SUBSET_WINDOW_FEEL
 		|| feel == B_MODAL_ALL_WINDOW_FEEL;
 	settings.floating = feel == B_FLOATING_APP_WINDOW_FEEL
 		|| feel == B_FLOATING_SUBSET_WINDOW_FEEL || feel == B_FLOATING_ALL_WINDOW_FEEL;
-	fServerId = DisplayServer::Default().CreateWindow(BMessenger(this), settings);
+	// Keys go to the preferred handler, the focus view; the rest to the window.
+	fServerId = DisplayServer::Default().CreateWindow(
+		std::make_shared<BPrivate::WindowSink>(BMessenger(this), BMessenger(nullptr, this)),
+		settings);
 	SetSizeLimits(fMinWidth, fMaxWidth, fMinHeight, fMaxHeight);
 
 	// The shortcuts every window has: close it, and quit the application.
@@ -877,7 +883,7 @@ BWindow::pvCanvasFor(BView* view)
 			user.OffsetBy(origin);
 			clip.IntersectWith(&user);
 		}
-		fCanvas->SetContext(origin, clip);
+		fCanvas->SetContext(origin, BPrivate::RectsOf(clip));
 		fContextView = view;
 	}
 	if (!fInUpdate)

@@ -17,6 +17,7 @@
 #include <RevealInTracker.h>
 #include <WindowTester.h>
 
+#include "../../platform/app/TrackerBridge.h"
 #include "platform/storage/TempFolder.h"
 
 using BPrivate::FileManagerTester;
@@ -163,12 +164,12 @@ protected:
 		fOpened = fFolder.Path("opened");
 		std::ofstream(fOpener) << "#!/bin/sh\necho \"$1\" >> '" << fOpened << "'\n";
 		chmod(fOpener.c_str(), 0755);
-		setenv("VELLUM_FOLDER_OPENER", fOpener.c_str(), 1);
+		BPrivate::TrackerBridge::SetFolderOpener(fOpener.c_str());
 	}
 
 	void TearDown() override
 	{
-		unsetenv("VELLUM_FOLDER_OPENER");
+		BPrivate::TrackerBridge::SetFolderOpener(nullptr);
 		remove(fOpener.c_str());
 	}
 

@@ -14,7 +14,7 @@
 #include <thread>
 #include <vector>
 
-#include "../../../platform/app/DisplayLoop.h"
+#include "../../../platform/link/DisplayLoop.h"
 
 using BPrivate::WaitForLooperIdle;
 

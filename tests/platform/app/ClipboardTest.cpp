@@ -9,7 +9,7 @@
 
 #include <Application.h>
 #include <Clipboard.h>
-#include <DesktopClipboard.h>
+#include "../../../platform/link/DesktopClipboard.h"
 #include <WindowTester.h>
 
 using BPrivate::DesktopClipboard;

@@ -4,7 +4,7 @@
 
 #include <Application.h>
 #include <Box.h>
-#include <DisplayServer.h>
+#include "../../../platform/link/DisplayServer.h"
 #include <Font.h>
 #include <OS.h>
 #include <View.h>

@@ -2,15 +2,40 @@
 #define _CANVAS_H
 
 #include <memory>
+#include <vector>
 
-#include <Font.h>
 #include <GraphicsDefs.h>
 #include <Rect.h>
-#include <Region.h>
-
-class BBitmap;
 
 namespace BPrivate {
+
+// A font as the font engine needs it; the strings belong to the caller.
+struct FontSpec {
+	enum Trait : uint8 {
+		kBold = 1,
+		kItalic = 2,
+		kUnderline = 4,
+		kStrikeOut = 8,
+		kFixed = 16
+	};
+
+	const char* family;
+	const char* style;
+	float size;
+	uint8 traits;
+};
+
+// The pixels of a bitmap, width by height, rows bytesPerRow apart, in B_RGBA32,
+// B_RGB32 or B_CMAP8 (then colorMap gives the 256 colours, the transparent
+// index included).
+struct PixelMap {
+	const void* bits;
+	int32 width;
+	int32 height;
+	int32 bytesPerRow;
+	color_space space;
+	const rgb_color* colorMap;
+};
 
 // How a drawing call paints: the pattern picks high or low colour per pixel.
 struct Paint {
@@ -33,7 +58,8 @@ public:
 	int32 Width() const;
 	int32 Height() const;
 
-	void SetContext(BPoint origin, const BRegion& clip);
+	// Clipped to the union of clip (frame coordinates).
+	void SetContext(BPoint origin, const std::vector<BRect>& clip);
 
 	void StrokeLine(BPoint start, BPoint end, const Paint& paint);
 	void StrokeRect(BRect rect, const Paint& paint);
@@ -47,9 +73,10 @@ public:
 	void StrokePolygon(const BPoint* points, int32 count, bool closed, const Paint& paint);
 	void FillPolygon(const BPoint* points, int32 count, const Paint& paint);
 	// Draws length bytes of UTF-8 text with its baseline at location; returns its width.
-	float DrawString(const char* string, int32 length, BPoint location, const BFont& font,
+	float DrawString(const char* string, int32 length, BPoint location, const FontSpec& font,
 		const Paint& paint);
-	void DrawBitmap(const BBitmap& bitmap, BRect source, BRect destination,
+	// Draws the source part of pixels (in pixel coordinates) into destination.
+	void DrawBitmap(const PixelMap& pixels, BRect source, BRect destination,
 		const Paint& paint);
 
 	// The colour of the frame's pixel at x, y.
@@ -66,10 +93,10 @@ private:
 	std::unique_ptr<Data> fData;
 };
 
-// Font metrics for BFont, computed with the desktop's font engine.
-float FontStringWidth(const BFont& font, const char* string, int32 length);
-void FontGetHeight(const BFont& font, font_height* height);
-bool FontIsFixed(const BFont& font);
+// Font metrics, computed with the desktop's font engine.
+float FontStringWidth(const FontSpec& font, const char* string, int32 length);
+void FontGetHeight(const FontSpec& font, float* ascent, float* descent, float* leading);
+bool FontIsFixed(const FontSpec& font);
 bool FontFamilyExists(const char* family);
 
 }

@@ -9,13 +9,16 @@
 #include <optional>
 #include <string>
 
-#include <Messenger.h>
 #include <Rect.h>
 
-// The display server: Qt's GUI loop in the thread that runs BApplication::Run(),
-// one on-screen window per shown BWindow. Loopers talk to it by posting requests
-// that it carries out in its own thread; it answers them only with posted
-// messages and never waits for a looper or takes a looper's lock.
+#include "DisplayLoop.h"
+#include "InputSink.h"
+
+// The display server: the desktop's GUI loop in the thread that runs
+// BApplication::Run(), one on-screen window per shown BWindow. This is the link
+// between the kits and the server: plain types only. Loopers talk to it by
+// posting requests that it carries out in its own thread; it answers them only
+// through input sinks and never waits for a looper or takes a looper's lock.
 
 namespace BPrivate {
 
@@ -53,7 +56,9 @@ private:
 struct WindowSettings {
 	BRect frame;
 	std::string title;
-	uint32 flags = 0;
+	bool closable = true;
+	bool minimizable = true;
+	bool zoomable = true;
 	bool bordered = true;
 	bool modal = false;
 	bool floating = false;
@@ -68,8 +73,8 @@ public:
 	// thread has started it.
 	void EnsureStarted();
 
-	// Windows are named by ids; input for a window is posted to target.
-	int32 CreateWindow(const BMessenger& target, const WindowSettings& settings);
+	// Windows are named by ids; the input of a window goes to its sink.
+	int32 CreateWindow(std::shared_ptr<InputSink> sink, const WindowSettings& settings);
 	void ShowWindow(int32 id, bool show);
 	void SetTitle(int32 id, const std::string& title);
 	void SetFrame(int32 id, BRect frame);
@@ -80,7 +85,7 @@ public:
 	void DestroyWindow(int32 id);
 	// Turns window id into a borderless popup above window owner, whose mouse
 	// and keys go to input.
-	void MakePopup(int32 id, int32 owner, const BMessenger& input);
+	void MakePopup(int32 id, int32 owner, std::shared_ptr<InputSink> input);
 
 	void Beep();
 	// How often the bell has been asked for, so tests can tell a refusal.
@@ -100,6 +105,8 @@ public:
 
 	void Run();
 	void Quit();
+	// Run() and Quit() as BApplication::Run() expects its display loop.
+	DisplayLoop& Loop();
 
 	DisplayServer(const DisplayServer&) = delete;
 	DisplayServer& operator=(const DisplayServer&) = delete;

@@ -19,6 +19,9 @@ public:
 	// answers or there is no session bus; B_TIMED_OUT when it answers too
 	// late; B_ERROR when the display server is not running.
 	static status_t ShowItem(const char* path);
+	// Starts opener on folder, detached: it outlives the program and leaves
+	// no child behind. B_ERROR when it could not be started.
+	static status_t OpenFolder(const char* opener, const char* folder);
 };
 
 }

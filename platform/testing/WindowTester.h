@@ -5,24 +5,16 @@
 #include <string>
 #include <vector>
 
-#include <Alert.h>
 #include <GraphicsDefs.h>
 #include <Messenger.h>
 #include <Rect.h>
 
+#include "../interface/AlertHook.h"
+
 class BApplication;
 class BWindow;
-class QString;
 
 namespace BPrivate {
-
-// What an alert would have shown.
-struct AlertInfo {
-	std::string title;
-	std::string text;
-	std::vector<std::string> buttons;
-	alert_type type = B_INFO_ALERT;
-};
 
 // Drives windows in tests, headless and in-process: input goes in as Qt events
 // to the window's on-screen side, exactly as the desktop's would, and waits end
@@ -45,8 +37,6 @@ public:
 	// showing it and takes the button index it returns; an empty function ends
 	// that, and alerts show again.
 	static void SetAlertResponder(std::function<int32(const AlertInfo&)> responder);
-	// For BAlert: false when no responder is set.
-	static bool AnswerAlert(const AlertInfo& alert, int32* index);
 	// How often the display's bell has been asked for.
 	static int32 CountBeeps();
 	// What modifiers() answers until the next input reaches a window, as if
@@ -84,7 +74,6 @@ public:
 
 private:
 	bool pvLock();
-	void pvPressKey(int qtKey, const QString& text, uint32 modifiers);
 
 	BWindow* fWindow;
 	BMessenger fMessenger;
