@@ -4,7 +4,7 @@
 #include <Path.h>
 #include <Window.h>
 
-#include "../interface/FilePanelWindow.h"
+#include "FilePanelWindow.h"
 
 using BPrivate::FilePanelWindow;
 
