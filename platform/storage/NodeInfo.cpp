@@ -9,7 +9,7 @@
 #include <StorageDefs.h>
 #include <TypeConstants.h>
 
-#include "MimeSniffer.h"
+#include "../link/MimeGuess.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ BNodeInfo::GetType(char* type) const
 	else if (S_ISLNK(st.st_mode))
 		sniffed = "application/x-vnd.Be-symlink";
 	else if (S_ISREG(st.st_mode))
-		sniffed = MimeSniffer::Default().TypeOf(fNode->_Path());
+		sniffed = BPrivate::GuessMimeType(fNode->_Path().c_str());
 	else
 		sniffed = "application/octet-stream";
 	snprintf(type, B_MIME_TYPE_LENGTH, "%s", sniffed.c_str());

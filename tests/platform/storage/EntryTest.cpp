@@ -179,6 +179,15 @@ TEST(NodeInfo, StoredTypeElseTheDesktopsGuess)
 	BNode text(folder.File("notes", "plain words\n").c_str());
 	ASSERT_EQ(BNodeInfo(&text).GetType(type), B_OK);
 	EXPECT_STREQ(type, "text/plain");
+	// Content tells what a name does not: a PNG without an extension, a PDF
+	// without one either.
+	const char png[] = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR";
+	BNode picture(folder.File("picture", std::string(png, sizeof(png) - 1)).c_str());
+	ASSERT_EQ(BNodeInfo(&picture).GetType(type), B_OK);
+	EXPECT_STREQ(type, "image/png");
+	BNode pdf(folder.File("paper", "%PDF-1.4\n%\xe2\xe3\xcf\xd3\n").c_str());
+	ASSERT_EQ(BNodeInfo(&pdf).GetType(type), B_OK);
+	EXPECT_STREQ(type, "application/pdf");
 	BNode dir(folder.Path("").c_str());
 	ASSERT_EQ(BNodeInfo(&dir).GetType(type), B_OK);
 	EXPECT_STREQ(type, "application/x-vnd.Be-directory");
