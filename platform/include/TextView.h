@@ -218,6 +218,7 @@ private:
 	void pvForwardDelete();
 	bool pvCommandKey(uint32 key);
 	void pvTrackTo(BPoint where);
+	int32 pvLineEndOffset(int32 offset);
 	void pvUnitAt(int32 offset, int32 clicks, int32* outFrom, int32* outTo);
 	int32 pvFitToMax(const char* text, int32 length) const;
 	void pvLayout();

@@ -333,9 +333,7 @@ BTextView::pvKeyMove(uint32 key, uint32 held)
 			target = byWord ? 0 : fLayout->LineAt(fLayout->LineOf(from)).offset;
 			break;
 		case B_END:
-			target = byWord ? TextLength()
-				: OffsetAt(BPoint(fTextRect.right + Bounds().Width() + 1,
-					ByteCell(from).top));
+			target = byWord ? TextLength() : pvLineEndOffset(from);
 			break;
 	}
 	pvMoveCaret(target, extend);
@@ -343,6 +341,20 @@ BTextView::pvKeyMove(uint32 key, uint32 held)
 		|| key == B_PAGE_DOWN;
 	fCaretX = vertical ? caretX : -1;
 	ScrollToOffset(target);
+}
+
+// The end of the line of offset: before its line feed, at the end of the text,
+// or, on a line that wraps on, where the wrapped line ends on screen.
+int32
+BTextView::pvLineEndOffset(int32 offset)
+{
+	int32 line = fLayout->LineOf(offset);
+	int32 end = fLayout->LineEnd(line);
+	if (end >= TextLength())
+		return TextLength();
+	if (end > 0 && fText[end - 1] == '\n')
+		return end - 1;
+	return OffsetAt(BPoint(fTextRect.right + 1, ByteCell(offset).top));
 }
 
 void

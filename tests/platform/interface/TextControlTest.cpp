@@ -147,6 +147,26 @@ TEST(TextControlTest, EnterAndLeavingTheFieldCommitAChangedText)
 	});
 }
 
+TEST(TextControlTest, HomeAndEndReachTheEndsOfATextWiderThanTheField)
+{
+	WithShownWindow<FieldWindow>([](FieldWindow* window, WindowTester& tester) {
+		std::string longText(400, 'x');
+		ASSERT_TRUE(window->Lock());
+		window->first->SetText(longText.c_str());
+		window->Unlock();
+		tester.Click(window->FieldPoint(window->first));
+		tester.TypeKey(B_HOME);
+		tester.TypeKey(B_END);
+		tester.TypeText("!");
+		tester.TypeKey(B_HOME);
+		tester.TypeText("^");
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ("^" + longText + "!", window->first->Text());
+		window->Unlock();
+	});
+}
+
 TEST(TextControlTest, TabSelectsTheNextFieldAndADisabledFieldRefusesEdits)
 {
 	WithShownWindow<FieldWindow>([](FieldWindow* window, WindowTester& tester) {
