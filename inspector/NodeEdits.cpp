@@ -25,6 +25,7 @@
 #include "FixLink.h"
 #include "Formatting.h"
 #include "GenericAlerts.h"
+#include "ValueText.h"
 #include "StatusError.h"
 
 namespace {
@@ -76,7 +77,8 @@ ReallyResize(const char* name, off_t oldSize, off_t newSize)
 	return alert->Go() == 1;
 }
 
-// The typed size: at most 256 characters, commas left out, read as a 32-bit number.
+// The typed size: at most 256 characters, commas left out, read as a 32-bit
+// atol reads it (sizes past the 32-bit range saturate).
 int32
 SizeFromText(const char* text)
 {
@@ -85,7 +87,7 @@ SizeFromText(const char* text)
 		if (*c != ',')
 			digits += *c;
 	}
-	return static_cast<int32>(atol(digits.c_str()));
+	return Atol32(digits.c_str());
 }
 
 // Reloads the panel from the node, which already carries its new name or place.

@@ -32,19 +32,6 @@ NewValue(const void* value, long length, long* size)
 }
 
 
-// atol as a 32-bit long reads it: out-of-range values saturate.
-int32
-Atol32(const char* text)
-{
-	long long value = strtoll(text, nullptr, 10);
-	if (value > INT32_MAX)
-		return INT32_MAX;
-	if (value < INT32_MIN)
-		return INT32_MIN;
-	return static_cast<int32>(value);
-}
-
-
 // Picks the field of the new text that differs from the old one and
 // narrows text to it; an unchanged text is read whole in decimal.
 NumMode

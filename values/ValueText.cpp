@@ -202,3 +202,16 @@ strtod(String& text)
 {
 	return atof(text);
 }
+
+
+// atol as a 32-bit long reads it: out-of-range values saturate.
+int32
+Atol32(const char* text)
+{
+	long long value = strtoll(text, nullptr, 10);
+	if (value > INT32_MAX)
+		return INT32_MAX;
+	if (value < INT32_MIN)
+		return INT32_MIN;
+	return static_cast<int32>(value);
+}

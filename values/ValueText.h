@@ -31,4 +31,7 @@ int64 strtol(BString text);
 float strtof(String& text);
 double strtod(String& text);
 
+// atol as a 32-bit long reads it: out-of-range values saturate.
+int32 Atol32(const char* text);
+
 #endif

@@ -216,6 +216,14 @@ TEST(NodeEditsTest, ResizeAsksTwice)
 			EXPECT_EQ(1000, SizeOf(notes));
 		}
 		{
+			// Sizes past the 32-bit range saturate instead of turning negative.
+			AlertScript script({1, 0});
+			panel.Commit("Size", "3,000,000,000");
+			ASSERT_EQ(2u, script.Seen().size());
+			EXPECT_NE(std::string::npos, script.Seen()[1].text.find("\n   2,147,483,647 bytes?"))
+				<< script.Seen()[1].text;
+		}
+		{
 			AlertScript script({1, 1});
 			panel.Commit("Size", "2,000");
 			EXPECT_EQ(2u, script.Seen().size());
