@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+
 #include <OS.h>
 
 #include <Application.h>
@@ -76,6 +81,48 @@ BarPoint(BScrollBar* bar, float y)
 	BPoint point((bounds.left + bounds.right) / 2, y < 0 ? bounds.bottom + 1 + y : y);
 	return bar->ConvertToParent(point) + bar->Parent()->Frame().LeftTop();
 }
+
+// How long a held part repeats several times over (repeats come every 50 ms).
+const bigtime_t kFewRepeats = 300000;
+
+// A vertical bar over 0 to 1800 that tells every value it takes, so that a
+// test can wait for the steps of a held part.
+class RecordingBar : public BScrollBar {
+public:
+	RecordingBar(BRect frame, BView* target)
+		: BScrollBar(frame, "bar", target, 0, 1800, B_VERTICAL)
+	{
+	}
+
+	void ValueChanged(float value) override
+	{
+		BScrollBar::ValueChanged(value);
+		std::lock_guard<std::mutex> guard(fLock);
+		fValue = value;
+		fChanges++;
+		fChanged.notify_all();
+	}
+
+	// Whether the value came to satisfy done within timeout microseconds.
+	bool WaitFor(const std::function<bool(float)>& done, bigtime_t timeout = 10000000)
+	{
+		std::unique_lock<std::mutex> guard(fLock);
+		return fChanged.wait_for(guard, std::chrono::microseconds(timeout),
+			[&] { return done(fValue); });
+	}
+
+	int32 Changes()
+	{
+		std::lock_guard<std::mutex> guard(fLock);
+		return fChanges;
+	}
+
+private:
+	std::mutex fLock;
+	std::condition_variable fChanged;
+	float fValue = 0;
+	int32 fChanges = 0;
+};
 
 }	// namespace
 
@@ -314,25 +361,48 @@ TEST(ScrollTest, ArrowsTrackClicksHeldOrNotAndTheThumbMoveTheValue)
 		EXPECT_EQ(0, list->Bounds().top);
 		window->Unlock();
 
-		// Held down, an arrow and the track step on.
+	});
+}
+
+TEST(ScrollTest, HeldArrowsRepeatAndAHeldTrackPagesUpToThePointer)
+{
+	WindowTester::RunHeadless([] {
+		BWindow* window = NewWindow();
+		BView* target = new BView(BRect(0, 0, 199, 199), "target", B_FOLLOW_NONE, 0);
+		auto bar = new RecordingBar(BRect(200, 0, 200 + B_V_SCROLL_BAR_WIDTH, 199), target);
+		bar->SetSteps(20, 180);
+		window->AddChild(target);
+		window->AddChild(bar);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		// The bar stands in the window itself, so its frame is in window coordinates.
+		BPoint bottomArrow(202, 196);
+		BPoint middle(202, 100);
+
+		// Held down, an arrow steps on: released once it has repeated.
 		tester.MouseDown(bottomArrow);
-		snooze(700000);
+		EXPECT_TRUE(bar->WaitFor([](float value) { return value > 40; }));
 		tester.MouseUp(bottomArrow);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		ASSERT_TRUE(window->Lock());
-		EXPECT_GT(bar->Value(), 20);
-		EXPECT_EQ(bar->Value(), list->Bounds().top);
+		EXPECT_GT(bar->Value(), 40);
+		EXPECT_EQ(bar->Value(), target->Bounds().top);
 		bar->SetValue(0);
 		window->Unlock();
 
-		// Pages until the thumb lies under the pointer, then no further.
+		// The track pages until the thumb lies under the pointer, then stops:
+		// the repeats after that leave the value where it is.
 		tester.MouseDown(middle);
-		snooze(1200000);
+		EXPECT_TRUE(bar->WaitFor([](float value) { return value >= 900; }));
+		int32 changes = bar->Changes();
+		EXPECT_FALSE(bar->WaitFor([](float value) { return value > 900; }, kFewRepeats));
 		tester.MouseUp(middle);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ(900, bar->Value());
 		window->Unlock();
+		EXPECT_EQ(changes, bar->Changes());
 	});
 }
 
