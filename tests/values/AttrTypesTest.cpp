@@ -6,20 +6,28 @@
 #include "AttrPackage.h"
 #include "AttrTypes.h"
 
-TEST(AttrTypes, TableHoldsTheKnownCodesInSearchOrder)
+TEST(AttrTypes, KnownCodesAreSuggestedForTheirSpellingInAnyCase)
 {
-	const uint32 expected[] = {
-		0x414E5954, 0x54455854, 0x424F4F4C, 0x43484152, 0x434C5242, 0x44424C45,
-		0x464C4F54, 0x47525942, 0x4C4C4E47, 0x4C4F4E47, 0x53485254, 0x42595445,
-		0x4D534747, 0x4D534E47, 0x4D494D45, 0x4D4E4F42, 0x4F505452, 0x4F464654,
-		0x5041544E, 0x504E5452, 0x42504E54, 0x52415754, 0x52454354, 0x52524546,
-		0x52474242, 0x52474243, 0x53495A54, 0x53535A54, 0x43535452, 0x54494D45,
-		0x554C4C47, 0x554C4E47, 0x55534854, 0x55425954, 0x4D494D53
+	// A few of the 35 known codes, spelt in lower or mixed case.
+	const struct { uint32 typed; uint32 known; } spelt[] = {
+		{ 'cstr', 'CSTR' }, { 'Long', 'LONG' }, { 'rect', 'RECT' }, { 'time', 'TIME' },
+		{ 'mims', 'MIMS' }, { 'ullg', 'ULLG' }, { 'clrb', 'CLRB' }, { 'msgg', 'MSGG' },
+		{ 'anyt', 'ANYT' }, { 'rgbc', 'RGBC' }
 	};
+	for (const auto& entry : spelt)
+		EXPECT_EQ(SuggestedTypeFor(entry.typed), entry.known);
+	// Unknown codes, and codes that only look alike, stay as typed.
+	for (uint32 typed : { uint32('abcd'), uint32('CST '), uint32('XATR'), 0x0000001Fu, 0u })
+		EXPECT_EQ(SuggestedTypeFor(typed), typed);
+
+	// Every code of the table is distinct and suggested for itself.
 	ASSERT_EQ(kAttrTypeCount, 35);
-	for (int i = 0; i < 35; i++)
-		EXPECT_EQ(kAttrTypes[i], expected[i]) << "entry " << i;
-	EXPECT_EQ(kAttrTypes[35], 0u);
+	EXPECT_EQ(kAttrTypes[kAttrTypeCount], 0u);
+	for (int i = 0; i < kAttrTypeCount; i++) {
+		EXPECT_EQ(SuggestedTypeFor(kAttrTypes[i]), kAttrTypes[i]);
+		for (int j = 0; j < i; j++)
+			EXPECT_NE(kAttrTypes[i], kAttrTypes[j]);
+	}
 }
 
 TEST(AttrTypes, NumericTypesAreTheTenNumberCodes)
