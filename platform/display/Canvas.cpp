@@ -198,7 +198,7 @@ struct FontEqual {
 
 	bool operator()(const FontKey& a, const FontKey& b) const
 	{
-		return SameFont(a, FontSpec{a.family.c_str(), a.style.c_str(), a.size, a.traits});
+		return SameFont(a, FontSpec{b.family.c_str(), b.style.c_str(), b.size, b.traits});
 	}
 
 	bool operator()(const FontKey& key, const FontSpec& spec) const

@@ -152,7 +152,7 @@ FrameWindow::event(QEvent* event)
 		case QEvent::Close: {
 			// The window decides in QuitRequested(); it goes away when it quits.
 			event->ignore();
-			InputEvent close{InputEvent::kCloseRequested};
+			InputEvent close(InputEvent::kCloseRequested);
 			pvSend(close);
 			return true;
 		}
@@ -195,7 +195,7 @@ FrameWindow::resizeEvent(QResizeEvent*)
 	if (size() == fContentSize)
 		return;
 	fContentSize = size();
-	InputEvent resized{InputEvent::kResized};
+	InputEvent resized(InputEvent::kResized);
 	resized.width = width() - 1;
 	resized.height = height() - 1;
 	pvSend(resized);
@@ -204,7 +204,7 @@ FrameWindow::resizeEvent(QResizeEvent*)
 void
 FrameWindow::moveEvent(QMoveEvent*)
 {
-	InputEvent moved{InputEvent::kMoved};
+	InputEvent moved(InputEvent::kMoved);
 	moved.where = BPoint(x(), y());
 	pvSend(moved);
 }
@@ -255,7 +255,7 @@ FrameWindow::mouseMoveEvent(QMouseEvent* event)
 void
 FrameWindow::wheelEvent(QWheelEvent* event)
 {
-	InputEvent wheel{InputEvent::kWheel};
+	InputEvent wheel(InputEvent::kWheel);
 	// BeOS counts wheel steps, positive downwards and to the right.
 	wheel.wheelX = -event->angleDelta().x() / 120.0f;
 	wheel.wheelY = -event->angleDelta().y() / 120.0f;
@@ -293,7 +293,7 @@ FrameWindow::pvComposed(QInputMethodEvent* event)
 	event->accept();
 	if (bytes.isEmpty())
 		return;
-	InputEvent key{InputEvent::kKeyDown};
+	InputEvent key(InputEvent::kKeyDown);
 	key.bytes = bytes.toStdString();
 	pvSendInput(key);
 }
@@ -313,7 +313,7 @@ FrameWindow::keyReleaseEvent(QKeyEvent* event)
 void
 FrameWindow::focusInEvent(QFocusEvent*)
 {
-	InputEvent activated{InputEvent::kActivated};
+	InputEvent activated(InputEvent::kActivated);
 	activated.active = true;
 	pvSend(activated);
 }
@@ -321,14 +321,14 @@ FrameWindow::focusInEvent(QFocusEvent*)
 void
 FrameWindow::focusOutEvent(QFocusEvent*)
 {
-	InputEvent activated{InputEvent::kActivated};
+	InputEvent activated(InputEvent::kActivated);
 	pvSend(activated);
 }
 
 void
 FrameWindow::pvDrop(QDropEvent* event)
 {
-	InputEvent drop{InputEvent::kDrop};
+	InputEvent drop(InputEvent::kDrop);
 	for (const QUrl& url : event->mimeData()->urls()) {
 		if (url.isLocalFile())
 			drop.paths.push_back(QFile::encodeName(url.toLocalFile()).toStdString());

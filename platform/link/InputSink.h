@@ -28,6 +28,8 @@ struct InputEvent {
 		kCloseRequested
 	};
 
+	explicit InputEvent(Kind what) : kind(what) {}
+
 	Kind kind;
 	bigtime_t when = 0;
 	// Mouse and drops: the pointer in window and screen coordinates.

@@ -314,7 +314,6 @@ TEST(ScrollTest, ArrowsTrackClicksHeldOrNotAndTheThumbMoveTheValue)
 		BPoint bottomArrow = BarPoint(bar, -3);
 		BPoint topArrow = BarPoint(bar, 2);
 		BPoint lowTrack = BarPoint(bar, -23);
-		BPoint middle = BarPoint(bar, 100);
 		window->Unlock();
 
 		tester.Click(bottomArrow);
