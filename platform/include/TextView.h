@@ -2,7 +2,6 @@
 #define _TEXT_VIEW_H
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -258,7 +257,8 @@ private:
 	alignment fAlignment = B_ALIGN_LEFT;
 	float fTabWidth = 28;
 	int32 fMaxBytes = INT32_MAX;
-	std::set<uint32> fDisallowed;
+	// The bytes that typing refuses, one bit each.
+	uint32 fDisallowed[8] = {};
 	// Mouse tracking: clicks of the press (1 character, 2 words, 3 lines) and
 	// the unit range that the press started on.
 	bool fTracking = false;

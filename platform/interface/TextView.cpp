@@ -741,13 +741,15 @@ BTextView::SetMaxBytes(int32 max)
 void
 BTextView::DisallowChar(uint32 character)
 {
-	fDisallowed.insert(character);
+	if (character < 256)
+		fDisallowed[character / 32] |= 1u << (character % 32);
 }
 
 void
 BTextView::AllowChar(uint32 character)
 {
-	fDisallowed.erase(character);
+	if (character < 256)
+		fDisallowed[character / 32] &= ~(1u << (character % 32));
 }
 
 void

@@ -183,7 +183,7 @@ BTextView::pvTypeCharacters(const char* bytes, int32 numBytes)
 	std::string typed(bytes, strnlen(bytes, size_t(numBytes)));
 	for (int32 offset = 0; offset < int32(typed.size()); offset = NextCharacter(typed, offset)) {
 		uint32 code = uchar(typed[offset]);
-		if (fDisallowed.count(code) > 0) {
+		if ((fDisallowed[code / 32] & (1u << (code % 32))) != 0) {
 			beep();
 			return;
 		}
