@@ -20,7 +20,7 @@ MenuWindow::MenuWindow(BWindow* owner, BMenu* menu)
 	// Open menus are not among the application's windows.
 	RemoveWindow(this);
 	DisplayServer::Default().MakePopup(fServerId, owner->fServerId,
-		std::make_shared<WindowSink>(BMessenger(owner), BMessenger(owner)));
+		std::make_shared<WindowSink>(BMessenger(owner), BMessenger(owner), BMessenger(owner)));
 
 	BPoint where = menu->ScreenLocation();
 	menu->MoveTo(0, 0);

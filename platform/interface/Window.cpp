@@ -116,9 +116,11 @@ BWindow::pvInit(BRect frame, const char* title, window_look look, window_feel fe
 		|| feel == B_MODAL_ALL_WINDOW_FEEL;
 	settings.floating = feel == B_FLOATING_APP_WINDOW_FEEL
 		|| feel == B_FLOATING_SUBSET_WINDOW_FEEL || feel == B_FLOATING_ALL_WINDOW_FEEL;
-	// Keys go to the preferred handler, the focus view; the rest to the window.
+	// Keys go to the preferred handler, the focus view; drops to the top view,
+	// which stands for the view under the drop point; the rest to the window.
 	fServerId = DisplayServer::Default().CreateWindow(
-		std::make_shared<BPrivate::WindowSink>(BMessenger(this), BMessenger(nullptr, this)),
+		std::make_shared<BPrivate::WindowSink>(BMessenger(this), BMessenger(nullptr, this),
+			BMessenger(fTopView, this)),
 		settings);
 	SetSizeLimits(fMinWidth, fMaxWidth, fMinHeight, fMaxHeight);
 
@@ -525,7 +527,10 @@ BWindow::pvTargetView(BHandler* handler) const
 void
 BWindow::DispatchMessage(BMessage* message, BHandler* handler)
 {
-	if (message->WasDropped() && pvTargetView(handler) == nullptr) {
+	// Drops from the desktop come addressed to the top view and go on to the
+	// view under the drop point; a dropped message that the program posts on
+	// reaches the handler it was posted to, as any other.
+	if (message->WasDropped() && handler == fTopView) {
 		pvDrop(message);
 		return;
 	}

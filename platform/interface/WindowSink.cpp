@@ -56,9 +56,11 @@ AddMouseFields(BMessage& message, const InputEvent& event)
 
 }	// namespace
 
-WindowSink::WindowSink(const BMessenger& target, const BMessenger& keyTarget)
+WindowSink::WindowSink(const BMessenger& target, const BMessenger& keyTarget,
+	const BMessenger& dropTarget)
 	: fTarget(target),
-	fKeyTarget(keyTarget)
+	fKeyTarget(keyTarget),
+	fDropTarget(dropTarget)
 {
 }
 
@@ -136,7 +138,7 @@ WindowSink::_DeliverDrop(InputEvent& event)
 		return;
 	MessageAccess::SetDropped(&message, event.screenWhere, BPoint(0, 0));
 	message.AddInt64("when", event.when);
-	fTarget.SendMessage(&message);
+	fDropTarget.SendMessage(&message);
 }
 
 }

@@ -9,10 +9,12 @@ namespace BPrivate {
 
 // Turns what the display server reports for a window into the BeOS messages a
 // window expects and posts them: keys to keyTarget (the window's preferred
-// handler, the focus view), everything else to target.
+// handler, the focus view), drops to dropTarget (which hands them to the view
+// under the drop point), everything else to target.
 class WindowSink : public InputSink {
 public:
-	WindowSink(const BMessenger& target, const BMessenger& keyTarget);
+	WindowSink(const BMessenger& target, const BMessenger& keyTarget,
+		const BMessenger& dropTarget);
 
 	void Deliver(InputEvent& event) override;
 
@@ -22,6 +24,7 @@ private:
 
 	BMessenger fTarget;
 	BMessenger fKeyTarget;
+	BMessenger fDropTarget;
 };
 
 }

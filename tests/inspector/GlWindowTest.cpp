@@ -204,6 +204,27 @@ TEST(GlWindowTest, RefsGoToTheWindowAsDropsOrOneByIndex)
 	});
 }
 
+TEST(GlWindowTest, ADropAnywhereOnTheWindowShowsItsFirstFile)
+{
+	TempFolder folder;
+	std::vector<std::string> files = {folder.File("first"), folder.File("second")};
+	WindowTester::RunHeadless([&] {
+		// The list and the attribute box pass drops on to the window, which
+		// shows the first file; empty or loaded, within a second.
+		for (const char* target : {"attrList", "Attributes", "NodeBox", "attrList"}) {
+			GlWindow* window = ShowInspector();
+			bigtime_t start = system_time();
+			DropOnInspector(window, {files[0]}, target);
+			EXPECT_EQ(FieldText(window, "Name"), "first") << target;
+			DropOnInspector(window, {files[1], files[0]}, target);
+			EXPECT_EQ(FieldText(window, "Name"), "second") << target;
+			EXPECT_LT(system_time() - start, 1000000) << target;
+			window->Lock();
+			window->Quit();
+		}
+	});
+}
+
 TEST(GlWindowTest, ClearCutAndPasteActOnTheFocusedField)
 {
 	TempFolder folder;

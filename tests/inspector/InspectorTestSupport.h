@@ -46,13 +46,15 @@ RefsMessage(uint32 what, const std::vector<std::string>& paths)
 	return message;
 }
 
-// Drops the paths on the window's node box, as from the file manager.
+// Drops the paths near the bottom left corner of the named view (the node box
+// unless named), as from the file manager.
 inline void
-DropOnInspector(BWindow* window, const std::vector<std::string>& paths)
+DropOnInspector(BWindow* window, const std::vector<std::string>& paths,
+	const char* viewName = "NodeBox")
 {
 	ASSERT_TRUE(window->Lock());
-	BView* box = window->FindView("NodeBox");
-	ASSERT_NE(box, nullptr);
+	BView* box = window->FindView(viewName);
+	ASSERT_NE(box, nullptr) << viewName;
 	BRect bounds = box->Bounds();
 	BPoint where = window->ConvertFromScreen(box->ConvertToScreen(
 		BPoint(bounds.left + 4, bounds.bottom - 4)));
