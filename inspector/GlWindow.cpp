@@ -93,6 +93,9 @@ GlWindow::SetupMenu()
 		else
 			fileMenu->AddItem(new BMenuItem(item.label, new BMessage(item.command), item.shortcut));
 	}
+	// Quit asks the application, which asks every window in turn.
+	if (BMenuItem* quit = fileMenu->FindItem(B_QUIT_REQUESTED))
+		quit->SetTarget(be_app);
 	bar->AddItem(fileMenu);
 	bar->AddItem(new EditMenu());
 	AddChild(bar);
