@@ -180,6 +180,7 @@ protected:
 	virtual void DispatchMessageDone();
 
 private:
+	friend class BAlert;
 	friend class BView;
 	friend class BPrivate::WindowTester;
 	friend class BPrivate::MenuWindow;
@@ -201,6 +202,9 @@ private:
 	void pvViewHidden(BView* view);
 	void pvTakeQueuedMouse();
 	void pvApplySize(float width, float height, bool tellServer);
+	void pvSendUserSizeLimits();
+	// What the desktop shows in the title bar, leaving Title() as it is.
+	void pvShowTitle(const char* title);
 	void pvActivated(BView* view, bool active);
 	void pvInvalidate(BRect windowRect);
 	void pvContextChanged() { fContextView = nullptr; }

@@ -192,6 +192,18 @@ WindowTester::Activate()
 	TestActivate(fId);
 }
 
+std::string
+WindowTester::ShownTitle()
+{
+	return TestShownTitle(fId);
+}
+
+BPoint
+WindowTester::ShownSize()
+{
+	return TestShownSize(fId);
+}
+
 rgb_color
 WindowTester::PixelAt(BPoint where)
 {
