@@ -184,6 +184,7 @@ private:
 	friend class BView;
 	friend class BPrivate::WindowTester;
 	friend class BPrivate::MenuWindow;
+	friend status_t beep();
 
 	void pvInit(BRect frame, const char* title, window_look look, window_feel feel,
 		uint32 flags, uint32 workspace);

@@ -204,6 +204,12 @@ WindowTester::ShownSize()
 	return TestShownSize(fId);
 }
 
+int32
+WindowTester::CountFlashes()
+{
+	return TestFlashes(fId);
+}
+
 rgb_color
 WindowTester::PixelAt(BPoint where)
 {

@@ -72,6 +72,8 @@ public:
 	// pixels (width and height, one more than the frame's).
 	std::string ShownTitle();
 	BPoint ShownSize();
+	// How often the window's frame has flashed for the bell.
+	int32 CountFlashes();
 
 	// The window's current frame.
 	rgb_color PixelAt(BPoint where);

@@ -204,6 +204,19 @@ TestHoldModifiers(uint32 modifiers)
 	NoteModifiers(modifiers);
 }
 
+int32
+TestFlashes(int32 id)
+{
+	auto answer = std::make_shared<ServerAnswer<int32>>();
+	DisplayServer::Default().Post([id, answer] {
+		FrameWindow* window = FindFrameWindow(id);
+		answer->Set(window != nullptr ? window->CountFlashes() : 0);
+	});
+	int32 flashes = 0;
+	answer->Wait(kAnswerTimeout, &flashes);
+	return flashes;
+}
+
 std::string
 TestShownTitle(int32 id)
 {

@@ -435,10 +435,35 @@ TEST(AlertTest, TextWrapsBetweenWordsAtNewlinesAndInsideLongWords)
 		EXPECT_EQ(2u, line.size()) << line;
 }
 
-TEST(AlertTest, BeepsAreCounted)
+TEST(AlertTest, ABeepRingsTheBellAndFlashesTheWindowThatBeeped)
 {
 	int32 before = WindowTester::CountBeeps();
 	beep();
 	beep();
 	EXPECT_EQ(before + 2, WindowTester::CountBeeps());
+
+	// A window that beeps when told.
+	class Refusing : public BWindow {
+	public:
+		Refusing() : BWindow(BRect(10, 10, 109, 59), "Refusing", B_TITLED_WINDOW, 0) {}
+
+		void MessageReceived(BMessage* message) override
+		{
+			if (message->what == 'beep')
+				beep();
+			else
+				BWindow::MessageReceived(message);
+		}
+	};
+	WindowTester::RunHeadless([] {
+		Refusing* refusing = new Refusing;
+		BWindow* other = new BWindow(BRect(200, 10, 299, 59), "Other", B_TITLED_WINDOW, 0);
+		refusing->Show();
+		other->Show();
+		refusing->PostMessage('beep');
+		WindowTester tester(refusing);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(1, tester.CountFlashes());
+		EXPECT_EQ(0, WindowTester(other).CountFlashes());
+	});
 }
