@@ -47,6 +47,9 @@ const char* kBrokenLink = "<Broken Link>";
 const float kIconSize = 32;
 const float kMargin = 8;
 const float kGap = 4;
+// The attribute list keeps at least this height: below it the panel reaches
+// past the window's bottom instead of squeezing its views out of order.
+const float kMinListHeight = 20;
 
 void
 Place(BView* view, BRect frame)
@@ -61,9 +64,11 @@ Place(BView* view, BRect frame)
 
 // Where the panel's views stand for a given size of the panel. The icon and the
 // fields share the node box, which has a row for the target of a link only while
-// it shows one; the attribute panel takes the height that is left.
+// it shows one; the attribute panel takes the height that is left, and at
+// least minAttributes.
 struct GlintView::Layout {
-	Layout(BRect bounds, float lineHeight, float setButtonWidth, bool withTarget)
+	Layout(BRect bounds, float lineHeight, float setButtonWidth, bool withTarget,
+		float minAttributes)
 	{
 		row = lineHeight + 8;
 		float labelHeight = lineHeight + 2;
@@ -82,6 +87,7 @@ struct GlintView::Layout {
 		inst2 = BRect(0, nodeBox.bottom + kGap, bounds.Width(),
 			nodeBox.bottom + kGap + lineHeight + 2);
 		attributes = BRect(0, inst2.bottom + kGap, bounds.Width(), bounds.Height());
+		attributes.bottom = std::max(attributes.bottom, attributes.top + minAttributes);
 	}
 
 	// The frame of the field in the given row of the info panel.
@@ -206,7 +212,20 @@ GlintView::pvLayout() const
 	float lineHeight = std::ceil(height.ascent + height.descent + height.leading);
 	BView* target = FindView(kTargetField);
 	bool withTarget = target != nullptr && !target->IsHidden(target->Parent());
-	return Layout(Bounds(), lineHeight, StringWidth(kSetButtonText), withTarget);
+	return Layout(Bounds(), lineHeight, StringWidth(kSetButtonText), withTarget,
+		pvMinAttributesHeight());
+}
+
+// The attribute panel's height around its list, plus the least list height;
+// nothing while the panel is not built.
+float
+GlintView::pvMinAttributesHeight() const
+{
+	BView* panel = FindView("Attributes");
+	BView* list = FindView("ScrollList");
+	if (panel == nullptr || list == nullptr)
+		return 0;
+	return panel->Bounds().Height() - list->Frame().Height() + kMinListHeight;
 }
 
 NewTextControl*

@@ -65,6 +65,7 @@ private:
 	struct Layout;
 
 	Layout pvLayout() const;
+	float pvMinAttributesHeight() const;
 	void pvPlaceViews();
 	void pvBuildNodeBox(const Layout& layout);
 	void pvBuildInfoPanel(const Layout& layout);

@@ -204,6 +204,7 @@ private:
 	void pvTakeQueuedMouse();
 	void pvApplySize(float width, float height, bool tellServer);
 	void pvSendUserSizeLimits();
+	void pvMoveOntoScreen();
 	// What the desktop shows in the title bar, leaving Title() as it is.
 	void pvShowTitle(const char* title);
 	void pvActivated(BView* view, bool active);

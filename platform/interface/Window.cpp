@@ -244,10 +244,25 @@ BWindow::Show()
 	}
 	if (!fShownOnce) {
 		fShownOnce = true;
+		pvMoveOntoScreen();
 		Run();
 	}
 	// The frame is drawn in the window's thread after this message.
 	PostMessage(_UPDATE_);
+}
+
+// A window that lies off the screen, or whose top edge does (a place
+// remembered from another screen), comes onto it, whole where it fits.
+void
+BWindow::pvMoveOntoScreen()
+{
+	BRect screen = BScreen().Frame();
+	if (screen.Intersects(fFrame) && fFrame.top >= screen.top)
+		return;
+	BPoint where = fFrame.LeftTop();
+	where.x = std::clamp(where.x, screen.left, std::max(screen.left, screen.right - fFrame.Width()));
+	where.y = std::clamp(where.y, screen.top, std::max(screen.top, screen.bottom - fFrame.Height()));
+	MoveTo(where);
 }
 
 void

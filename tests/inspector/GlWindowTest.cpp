@@ -424,3 +424,45 @@ TEST(GlWindowTest, QuitAsksEveryWindowAndWritesTheSettingsOnce)
 	EXPECT_EQ(writes.Count("Vellum_Settings"), 1);
 	EXPECT_EQ(settings.Settings().substr(0, 2), "0\n");
 }
+
+TEST(GlWindowTest, ThePanelKeepsItsLayoutThroughEverySizeBetweenTheLimits)
+{
+	TempFolder folder;
+	std::string file = folder.File("sized", "x");
+	WindowTester::RunHeadless([&] {
+		GlWindow* window = ShowInspector();
+		DropOnInspector(window, {file});
+		WindowTester tester(window);
+		// The list ends above the "New" button, and the panel's views stay in it.
+		auto expectLaidOut = [&](const char* when) {
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			ASSERT_TRUE(window->Lock());
+			BView* list = window->FindView("ScrollList");
+			BView* button = window->FindView("NewAttr");
+			BView* panel = window->FindView("Attributes");
+			ASSERT_TRUE(list != nullptr && button != nullptr && panel != nullptr);
+			BRect listFrame = list->ConvertToScreen(list->Bounds());
+			BRect buttonFrame = button->ConvertToScreen(button->Bounds());
+			BRect panelFrame = panel->ConvertToScreen(panel->Bounds());
+			EXPECT_LT(listFrame.bottom, buttonFrame.top) << when;
+			EXPECT_TRUE(panelFrame.Contains(listFrame)) << when;
+			EXPECT_TRUE(panelFrame.Contains(buttonFrame)) << when;
+			EXPECT_GT(listFrame.Height(), 0) << when;
+			window->Unlock();
+		};
+		expectLaidOut("at first");
+		ASSERT_TRUE(window->Lock());
+		BRect before = window->FindView("ScrollList")->Frame();
+		BPoint first(window->Bounds().Width(), window->Bounds().Height());
+		window->Unlock();
+		for (BPoint size : {BPoint(370, 150), BPoint(1000, 1000), BPoint(370, 1000),
+				BPoint(1000, 150), first}) {
+			tester.UserResize(size.x, size.y);
+			expectLaidOut(("at " + std::to_string(int(size.x)) + " by "
+				+ std::to_string(int(size.y))).c_str());
+		}
+		ASSERT_TRUE(window->Lock());
+		EXPECT_EQ(before, window->FindView("ScrollList")->Frame()) << "back at the first size";
+		window->Unlock();
+	});
+}

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include <Application.h>
+#include <Screen.h>
 #include <View.h>
 #include <Window.h>
 #include <WindowTester.h>
@@ -192,5 +193,26 @@ TEST(WindowTest, ClosedWindowsLeaveNoThreadNorRecordBehind)
 		openAndClose(1000);
 		EXPECT_EQ(known, BPrivate::CountKnownThreads());
 		EXPECT_EQ(running, CountProcessThreads());
+	});
+}
+
+TEST(WindowTest, AWindowPlacedOffTheScreenIsShownOnIt)
+{
+	WindowTester::RunHeadless([] {
+		BRect screen = BScreen().Frame();
+		BWindow* lost = new BWindow(BRect(0, 0, 199, 99).OffsetByCopy(screen.right + 500,
+			screen.bottom + 500), "Lost", B_TITLED_WINDOW, 0);
+		BWindow* above = new BWindow(BRect(50, -300, 249, -201), "Above", B_TITLED_WINDOW, 0);
+		BWindow* placed = new BWindow(BRect(20, 30, 219, 129), "Placed", B_TITLED_WINDOW, 0);
+		for (BWindow* window : {lost, above, placed})
+			window->Show();
+		for (BWindow* window : {lost, above}) {
+			ASSERT_TRUE(window->Lock());
+			EXPECT_TRUE(screen.Contains(window->Frame())) << window->Title();
+			window->Unlock();
+		}
+		ASSERT_TRUE(placed->Lock());
+		EXPECT_EQ(BRect(20, 30, 219, 129), placed->Frame()) << "a window on the screen stays";
+		placed->Unlock();
 	});
 }
