@@ -14,7 +14,6 @@
 #include "AttrView.h"
 #include "BrindleFile.h"
 #include "CMultiTextItem.h"
-#include "FileHost.h"
 #include "GenericAlerts.h"
 #include "ListColors.h"
 #include "StatusError.h"
@@ -29,7 +28,6 @@ const uint32 kCut = 'CCUT';
 const uint32 kClear = B_DELETE;
 const uint32 kPaste = 'PSTE';
 
-const char* const kInspectorViewName = "Glint View";
 const char* const kClipboardText = "text";
 const char* const kClipboardAttribute = "VellumAttr";
 
@@ -218,9 +216,9 @@ SpecialListView::pvDeleteSelection(bool cut)
 	if (!OKToDelete(name))
 		return;
 
-	auto host = Window() != nullptr
-		? dynamic_cast<FileHost*>(Window()->FindView(kInspectorViewName)) : nullptr;
-	BrindleFile* file = host != nullptr ? host->File() : nullptr;
+	// The node of the inspector that hosts the panel.
+	AttrView* panel = AttrView::Enclosing(this);
+	BrindleFile* file = panel != nullptr ? panel->File() : nullptr;
 	if (file != nullptr && file->OpenOK(true)) {
 		status_t status = B_NOT_ALLOWED;
 		if (file->LockOK()) {
