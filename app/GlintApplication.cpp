@@ -92,11 +92,28 @@ void
 GlintApplication::SavePrefs()
 {
 	GlWindow* front = dynamic_cast<GlWindow*>(FindFrontWindow(kInspectorName, nullptr));
-	if (front != nullptr) {
-		pvRememberFrame(kInspectorSlot, front);
-		pvRememberFrame(kIconSlot, FindFrontWindow(kIconWindowName, nullptr));
+	BMessage closing(kSavePrefs);
+	if (front != nullptr && front->Lock()) {
+		closing.AddRect("frame", front->Frame());
 		if (front->File() != nullptr)
-			pvRememberDataWindows(front->File());
+			closing.AddString("name", front->File()->Name());
+		front->Unlock();
+	}
+	pvSavePrefs(&closing);
+}
+
+// Writes the settings with the inspector window that message tells of: its
+// "frame" and the "name" of its node, if any.
+void
+GlintApplication::pvSavePrefs(BMessage* message)
+{
+	BRect frame;
+	if (message->FindRect("frame", &frame) == B_OK) {
+		fWindowRects[kInspectorSlot] = frame;
+		pvRememberFrame(kIconSlot, FindFrontWindow(kIconWindowName, nullptr));
+		const char* name;
+		if (message->FindString("name", &name) == B_OK)
+			pvRememberDataWindows(name);
 	}
 	WriteWindowRects(fWindowRects, kSavedSlotCount);
 }
@@ -104,17 +121,19 @@ GlintApplication::SavePrefs()
 void
 GlintApplication::pvRememberFrame(int slot, BWindow* window)
 {
-	if (window != nullptr)
+	if (window != nullptr && window->Lock()) {
 		fWindowRects[slot] = window->Frame();
+		window->Unlock();
+	}
 }
 
 // The first data windows of the node, in window-list order; a slot without a
 // window keeps its rectangle.
 void
-GlintApplication::pvRememberDataWindows(BrindleFile* file)
+GlintApplication::pvRememberDataWindows(const char* nodeName)
 {
 	BString name(kDataWindowPrefix);
-	name << file->Name();
+	name << nodeName;
 	BWindow* window = nullptr;
 	for (int slot = kFirstDataSlot; slot < kFirstDataSlot + kDataSlotCount; slot++) {
 		window = FindNextWindow(window, name.String(), nullptr);
@@ -225,9 +244,11 @@ GlintApplication::pvWindowShowing(const BrindleFile& file)
 	for (BWindow* each = FindFrontWindow(kInspectorName, nullptr); each != nullptr;
 			each = FindNextWindow(each, kInspectorName, nullptr)) {
 		GlWindow* window = dynamic_cast<GlWindow*>(each);
-		if (window == nullptr)
+		if (window == nullptr || !window->Lock())
 			continue;
-		if (!window->Loaded() || (window->File() != nullptr && *window->File() == file))
+		bool fits = !window->Loaded() || (window->File() != nullptr && *window->File() == file);
+		window->Unlock();
+		if (fits)
 			return window;
 	}
 	return nullptr;
@@ -262,8 +283,7 @@ GlintApplication::MessageReceived(BMessage* msg)
 			fRefsReceived = true;
 			break;
 		case kSavePrefs:
-			SavePrefs();
-			msg->SendReply(B_NO_REPLY);
+			pvSavePrefs(msg);
 			break;
 		default:
 			BApplication::MessageReceived(msg);

@@ -58,8 +58,9 @@ public:
 
 private:
 	GlWindow* pvWindowShowing(const BrindleFile& file);
+	void pvSavePrefs(BMessage* message);
 	void pvRememberFrame(int slot, BWindow* window);
-	void pvRememberDataWindows(BrindleFile* file);
+	void pvRememberDataWindows(const char* nodeName);
 
 	// Slots 0 to 11, then 12 to 27: one run of kSlotCount rectangles.
 	BRect fWindowRects[kSlotCount];

@@ -28,6 +28,10 @@ const float kBandInset = 4.0f;
 
 // Text sits this far above the row's bottom edge.
 const float kBaselineOffset = 2.0f;
+// A type code too wide for its column (the hex form of a code whose bytes
+// are not all printable) is drawn smaller, down to this size, to show whole.
+const float kTypeMargin = 2.0f;
+const float kSmallestTypeSize = 6.0f;
 
 const rgb_color kTextColor = {0, 0, 0, 255};
 
@@ -207,6 +211,14 @@ CMultiTextItem::pvDrawColumn(BView* owner, BRect frame, uint32 column)
 	} else {
 		const char* text = fStrings[column];
 		float width = owner->StringWidth(text);
+		float room = span.Width() - kTypeMargin;
+		if (column == kTypeColumn && width > room) {
+			BFont font;
+			owner->GetFont(&font);
+			font.SetSize(std::max(kSmallestTypeSize, font.Size() * room / width));
+			owner->SetFont(&font, B_FONT_SIZE);
+			width = owner->StringWidth(text);
+		}
 		float x = fTabStops[column];
 		if (fTabStops[column] < 0) {
 			x = abs(fTabStops[column + 1])

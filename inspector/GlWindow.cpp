@@ -35,7 +35,6 @@ const uint32 kOpenPanel = 'Glan';
 const uint32 kCloseWindow = 'Glcw';
 const uint32 kNodeLoaded = 'Init';
 const uint32 kSavePrefs = 'SvPr';
-const bigtime_t kSaveTimeout = 2000000;
 
 const float kMenuBarHeight = 14;
 const float kMinWidth = 370, kMaxWidth = 1000;
@@ -94,6 +93,9 @@ GlWindow::SetupMenu()
 		else
 			fileMenu->AddItem(new BMenuItem(item.label, new BMessage(item.command), item.shortcut));
 	}
+	// Quit asks the application, which asks every window in turn.
+	if (BMenuItem* quit = fileMenu->FindItem(B_QUIT_REQUESTED))
+		quit->SetTarget(be_app);
 	bar->AddItem(fileMenu);
 	bar->AddItem(new EditMenu());
 	AddChild(bar);
@@ -299,9 +301,17 @@ GlWindow::QuitRequested()
 		return false;
 	if (pvOtherInspectorsOpen())
 		return true;
-	// The application writes the settings while this window still stands.
-	BMessage request(kSavePrefs), saved;
-	BMessenger(be_app).SendMessage(&request, &saved, B_INFINITE_TIMEOUT, kSaveTimeout);
+	// The application writes the settings on its own thread, from this
+	// window's frame and node; while it asks its windows to quit, it is the
+	// caller and takes the request at once.
+	BMessage closing(kSavePrefs);
+	closing.AddRect("frame", Frame());
+	if (File() != nullptr)
+		closing.AddString("name", File()->Name());
+	if (be_app->IsLocked())
+		be_app->MessageReceived(&closing);
+	else
+		be_app->PostMessage(&closing);
 	be_app->PostMessage(B_QUIT_REQUESTED);
 	return true;
 }

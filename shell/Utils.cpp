@@ -17,10 +17,18 @@ Matches(const char* text, const char* pattern)
 	return text != nullptr && strcasecmp(text, pattern) == 0;
 }
 
+// Reads the window's name and title under its lock (a window that has gone
+// meanwhile matches nothing).
 bool
 WindowMatches(BWindow* window, const char* name, const char* title)
 {
-	return Matches(window->Name(), name) && Matches(window->Title(), title);
+	if (name == nullptr && title == nullptr)
+		return true;
+	if (!window->Lock())
+		return false;
+	bool matches = Matches(window->Name(), name) && Matches(window->Title(), title);
+	window->Unlock();
+	return matches;
 }
 
 }	// namespace

@@ -17,6 +17,7 @@
 #include "LooperRegistry.h"
 #include "MessagePrivate.h"
 #include "PulseTimer.h"
+#include "TrackerBridge.h"
 #include "WindowList.h"
 
 BApplication* be_app = nullptr;
@@ -27,6 +28,10 @@ namespace {
 const char kSignaturePrefix[] = "application/";
 // A desktop launch hands its documents over behind this option.
 const char kRefsOption[] = "--refs";
+// Closing the windows that are left waits this long for a busy one each time,
+// and gives up on windows that stay busy past the whole timeout.
+const bigtime_t kCloseLockTimeout = 50000;
+const bigtime_t kCloseWindowsTimeout = 10000000;
 
 // The running executable as an entry that the storage kit can find again.
 status_t
@@ -58,6 +63,9 @@ BApplication::BApplication(const char* signature, status_t* error)
 
 BApplication::~BApplication()
 {
+	// No window outlives the application, nor the bridge to the file manager.
+	pvCloseWindows();
+	BPrivate::TrackerBridge::Stop();
 	fPulse.reset();
 	BPrivate::JoinFinishedThreads();
 	if (be_app == this) {
@@ -177,6 +185,7 @@ BApplication::pvLoopEnded()
 	if (fPulse != nullptr)
 		fPulse->SetRate(0);
 	BLooper::pvLoopEnded();
+	pvCloseWindows();
 	if (BPrivate::DisplayLoop* display = BPrivate::GetDisplayLoop())
 		display->Quit();
 }
@@ -196,6 +205,23 @@ bool
 BApplication::QuitRequested()
 {
 	return pvQuitWindows();
+}
+
+// Quits every window that is left, newest first, and waits for its thread. A
+// window busy in a modal alert can be locked once the alert above it is gone.
+void
+BApplication::pvCloseWindows()
+{
+	bigtime_t deadline = system_time() + kCloseWindowsTimeout;
+	while (BPrivate::CountWindows() > 0 && system_time() < deadline) {
+		for (int32 i = BPrivate::CountWindows() - 1; i >= 0; i--) {
+			BLooper* window = BPrivate::WindowLooperAt(i);
+			if (window != nullptr && window->LockWithTimeout(kCloseLockTimeout) == B_OK) {
+				window->Quit();
+				break;
+			}
+		}
+	}
 }
 
 bool

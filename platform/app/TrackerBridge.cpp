@@ -17,6 +17,10 @@ namespace {
 const char* const kDefaultFolderOpener = "xdg-open";
 
 std::mutex sOpenerLock;
+// The running bridge, started on first use.
+std::mutex sBridgeLock;
+TrackerBridge* sBridge = nullptr;
+BMessenger sBridgeMessenger;
 std::string sFolderOpener = kDefaultFolderOpener;
 
 status_t
@@ -53,14 +57,25 @@ TrackerBridge::Signature()
 BMessenger
 TrackerBridge::Messenger()
 {
-	static BMessenger sMessenger;
-	static std::once_flag sStarted;
-	std::call_once(sStarted, [] {
-		TrackerBridge* bridge = new TrackerBridge;
-		sMessenger = BMessenger(nullptr, bridge);
-		bridge->Run();
-	});
-	return sMessenger;
+	std::lock_guard<std::mutex> guard(sBridgeLock);
+	if (sBridge == nullptr) {
+		sBridge = new TrackerBridge;
+		sBridgeMessenger = BMessenger(nullptr, sBridge);
+		sBridge->Run();
+	}
+	return sBridgeMessenger;
+}
+
+void
+TrackerBridge::Stop()
+{
+	std::lock_guard<std::mutex> guard(sBridgeLock);
+	if (sBridge == nullptr)
+		return;
+	if (sBridge->Lock())
+		sBridge->Quit();
+	sBridge = nullptr;
+	sBridgeMessenger = BMessenger();
 }
 
 BHandler*

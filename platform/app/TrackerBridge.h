@@ -18,8 +18,10 @@ namespace BPrivate {
 class TrackerBridge : public BLooper {
 public:
 	static const char* Signature();
-	// The bridge's address; the bridge starts on first use and stays.
+	// The bridge's address; the bridge starts on first use and runs until
+	// Stop(), which the application calls when it goes.
 	static BMessenger Messenger();
+	static void Stop();
 	// The command that opens a folder when no file manager answers; null or
 	// empty restores xdg-open.
 	static void SetFolderOpener(const char* command);

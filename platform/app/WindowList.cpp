@@ -9,16 +9,28 @@ namespace BPrivate {
 
 namespace {
 
-std::mutex sLock;
-std::vector<std::pair<BWindow*, BLooper*>> sWindows;
+struct WindowTable {
+	std::mutex lock;
+	std::vector<std::pair<BWindow*, BLooper*>> windows;
+};
+
+// Never destroyed: a window thread may still leave the list while the
+// process exits.
+WindowTable&
+Table()
+{
+	static WindowTable* table = new WindowTable;
+	return *table;
+}
 
 std::pair<BWindow*, BLooper*>
 EntryAt(int32 index)
 {
-	std::lock_guard<std::mutex> guard(sLock);
-	if (index < 0 || static_cast<size_t>(index) >= sWindows.size())
+	WindowTable& table = Table();
+	std::lock_guard<std::mutex> guard(table.lock);
+	if (index < 0 || static_cast<size_t>(index) >= table.windows.size())
 		return {nullptr, nullptr};
-	return sWindows[index];
+	return table.windows[index];
 }
 
 }
@@ -26,22 +38,25 @@ EntryAt(int32 index)
 void
 AddWindow(BWindow* window, BLooper* looper)
 {
-	std::lock_guard<std::mutex> guard(sLock);
-	sWindows.emplace_back(window, looper);
+	WindowTable& table = Table();
+	std::lock_guard<std::mutex> guard(table.lock);
+	table.windows.emplace_back(window, looper);
 }
 
 void
 RemoveWindow(BWindow* window)
 {
-	std::lock_guard<std::mutex> guard(sLock);
-	std::erase_if(sWindows, [window](const auto& entry) { return entry.first == window; });
+	WindowTable& table = Table();
+	std::lock_guard<std::mutex> guard(table.lock);
+	std::erase_if(table.windows, [window](const auto& entry) { return entry.first == window; });
 }
 
 int32
 CountWindows()
 {
-	std::lock_guard<std::mutex> guard(sLock);
-	return static_cast<int32>(sWindows.size());
+	WindowTable& table = Table();
+	std::lock_guard<std::mutex> guard(table.lock);
+	return static_cast<int32>(table.windows.size());
 }
 
 BWindow*

@@ -70,6 +70,7 @@ private:
 	BMessage pvRefsMessage() const;
 	void pvDispatchArgv(BMessage* message);
 	bool pvQuitWindows();
+	void pvCloseWindows();
 	virtual void pvLoopEnded();
 
 	status_t fInitStatus = B_OK;

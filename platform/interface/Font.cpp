@@ -7,21 +7,28 @@
 
 namespace {
 
-const char kSansFamily[] = "DejaVu Sans";
-const char kFixedFamily[] = "DejaVu Sans Mono";
-const float kDefaultSize = 12.0f;
+// The system fonts: a sans with Helvetica's metrics at 10 (the size the
+// windows' geometry is laid out for), its bold at 12, a monospace at 12. The
+// Liberation fonts have those metrics; where they are missing the desktop's
+// font matching picks its nearest sans and monospace.
+const char kSansFamily[] = "Liberation Sans";
+const char kFixedFamily[] = "Liberation Mono";
+const float kPlainSize = 10.0f;
+const float kBoldSize = 12.0f;
+const float kFixedSize = 12.0f;
 
 BFont
-MakeFont(const char* family, const char* style)
+MakeFont(const char* family, const char* style, float size)
 {
 	BFont font;
 	font.SetFamilyAndStyle(family, style);
+	font.SetSize(size);
 	return font;
 }
 
-const BFont sPlainFont = MakeFont(kSansFamily, "Book");
-const BFont sBoldFont = MakeFont(kSansFamily, "Bold");
-const BFont sFixedFont = MakeFont(kFixedFamily, "Book");
+const BFont sPlainFont = MakeFont(kSansFamily, "Regular", kPlainSize);
+const BFont sBoldFont = MakeFont(kSansFamily, "Bold", kBoldSize);
+const BFont sFixedFont = MakeFont(kFixedFamily, "Regular", kFixedSize);
 
 }	// namespace
 
@@ -31,8 +38,8 @@ const BFont* be_fixed_font = &sFixedFont;
 
 BFont::BFont()
 	: fFamily(kSansFamily),
-	fStyle("Book"),
-	fSize(kDefaultSize),
+	fStyle("Regular"),
+	fSize(kPlainSize),
 	fFace(B_REGULAR_FACE)
 {
 }
@@ -92,7 +99,7 @@ BFont::SetFace(uint16 face)
 	fFace = face != 0 ? face : uint16(B_REGULAR_FACE);
 	bool bold = (fFace & B_BOLD_FACE) != 0;
 	bool italic = (fFace & B_ITALIC_FACE) != 0;
-	fStyle = bold ? (italic ? "Bold Oblique" : "Bold") : (italic ? "Oblique" : "Book");
+	fStyle = bold ? (italic ? "Bold Italic" : "Bold") : (italic ? "Italic" : "Regular");
 }
 
 bool

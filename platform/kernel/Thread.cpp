@@ -39,6 +39,8 @@ struct ThreadExit {
 	status_t value;
 };
 
+// The threads the kits know, under one lock: the table and every state change
+// of a record. A thread's record goes once the thread has been joined.
 class ThreadRegistry {
 public:
 	std::shared_ptr<ThreadRecord> Find(thread_id id)
@@ -59,16 +61,20 @@ public:
 		return record;
 	}
 
-	// Joins every thread whose function has returned and that nobody joined.
+	// Joins every thread whose function has returned and that nobody joined,
+	// and forgets it.
 	void JoinFinished()
 	{
 		std::vector<std::thread> ended;
 		{
 			std::lock_guard<std::mutex> guard(fLock);
-			std::lock_guard<std::mutex> state(fStateLock);
-			for (auto& [id, record] : fThreads) {
-				if (record->finished && record->native.joinable())
-					ended.push_back(std::move(record->native));
+			for (auto it = fThreads.begin(); it != fThreads.end();) {
+				ThreadRecord& record = *it->second;
+				if (record.finished && record.native.joinable()) {
+					ended.push_back(std::move(record.native));
+					it = fThreads.erase(it);
+				} else
+					++it;
 			}
 		}
 		for (std::thread& thread : ended)
@@ -91,15 +97,20 @@ public:
 		return B_NAME_NOT_FOUND;
 	}
 
+	size_t Count()
+	{
+		std::lock_guard<std::mutex> guard(fLock);
+		return fThreads.size();
+	}
+
 	// Every state change of a record happens under this lock.
-	std::mutex& StateLock() { return fStateLock; }
+	std::mutex& Lock() { return fLock; }
 	std::condition_variable& StateChanged() { return fStateChanged; }
 
 private:
 	std::mutex fLock;
 	std::map<thread_id, std::shared_ptr<ThreadRecord>> fThreads;
 	std::atomic<thread_id> fNextID{1};
-	std::mutex fStateLock;
 	std::condition_variable fStateChanged;
 };
 
@@ -111,6 +122,20 @@ Registry()
 }
 
 thread_local thread_id tCurrentThread = -1;
+
+// The identity of a thread that the kits did not spawn, forgotten when the
+// thread ends.
+struct AdoptedIdentity {
+	thread_id id = -1;
+
+	~AdoptedIdentity()
+	{
+		if (id >= 0)
+			Registry().Remove(id);
+	}
+};
+
+thread_local AdoptedIdentity tAdopted;
 
 void
 SetSystemThreadName(const std::string& name)
@@ -126,7 +151,7 @@ RunThread(std::shared_ptr<ThreadRecord> record)
 	thread_func function;
 	void* data;
 	{
-		std::unique_lock<std::mutex> guard(registry.StateLock());
+		std::unique_lock<std::mutex> guard(registry.Lock());
 		registry.StateChanged().wait(guard, [&] { return record->resumed; });
 		function = record->function;
 		data = record->data;
@@ -141,7 +166,7 @@ RunThread(std::shared_ptr<ThreadRecord> record)
 		result = exit.value;
 	}
 
-	std::lock_guard<std::mutex> guard(registry.StateLock());
+	std::lock_guard<std::mutex> guard(registry.Lock());
 	record->exitValue = result;
 	record->finished = true;
 	registry.StateChanged().notify_all();
@@ -160,7 +185,7 @@ spawn_thread(thread_func function, const char* name, int32 priority, void* data)
 	record->data = data;
 	try {
 		std::thread native(RunThread, record);
-		std::lock_guard<std::mutex> guard(Registry().StateLock());
+		std::lock_guard<std::mutex> guard(Registry().Lock());
 		record->native = std::move(native);
 	} catch (const std::system_error&) {
 		Registry().Remove(record->id);
@@ -175,7 +200,7 @@ resume_thread(thread_id thread)
 	auto record = Registry().Find(thread);
 	if (record == nullptr || record->function == nullptr)
 		return B_BAD_THREAD_ID;
-	std::lock_guard<std::mutex> guard(Registry().StateLock());
+	std::lock_guard<std::mutex> guard(Registry().Lock());
 	if (record->resumed)
 		return B_BAD_THREAD_STATE;
 	record->resumed = true;
@@ -193,7 +218,7 @@ wait_for_thread(thread_id thread, status_t* returnValue)
 		return B_BAD_THREAD_ID;
 	std::thread ended;
 	{
-		std::unique_lock<std::mutex> guard(Registry().StateLock());
+		std::unique_lock<std::mutex> guard(Registry().Lock());
 		if (!record->resumed) {
 			record->resumed = true;
 			Registry().StateChanged().notify_all();
@@ -217,7 +242,7 @@ rename_thread(thread_id thread, const char* newName)
 	auto record = Registry().Find(thread);
 	if (record == nullptr)
 		return B_BAD_THREAD_ID;
-	std::lock_guard<std::mutex> guard(Registry().StateLock());
+	std::lock_guard<std::mutex> guard(Registry().Lock());
 	record->name = std::string(newName).substr(0, B_OS_NAME_LENGTH - 1);
 	if (thread == tCurrentThread)
 		SetSystemThreadName(record->name);
@@ -230,7 +255,7 @@ set_thread_priority(thread_id thread, int32 newPriority)
 	auto record = Registry().Find(thread);
 	if (record == nullptr)
 		return B_BAD_THREAD_ID;
-	std::lock_guard<std::mutex> guard(Registry().StateLock());
+	std::lock_guard<std::mutex> guard(Registry().Lock());
 	int32 old = record->priority;
 	record->priority = newPriority;
 	return old;
@@ -249,6 +274,7 @@ find_thread(const char* name)
 		auto record = Registry().Add(systemName, B_NORMAL_PRIORITY);
 		record->resumed = true;
 		tCurrentThread = record->id;
+		tAdopted.id = record->id;
 	}
 	return tCurrentThread;
 }
@@ -261,7 +287,7 @@ get_thread_info(thread_id thread, thread_info* info)
 	auto record = Registry().Find(thread);
 	if (record == nullptr)
 		return B_BAD_THREAD_ID;
-	std::lock_guard<std::mutex> guard(Registry().StateLock());
+	std::lock_guard<std::mutex> guard(Registry().Lock());
 	info->thread = record->id;
 	info->team = current_team();
 	strncpy(info->name, record->name.c_str(), B_OS_NAME_LENGTH - 1);
@@ -287,4 +313,10 @@ void
 BPrivate::JoinFinishedThreads()
 {
 	Registry().JoinFinished();
+}
+
+size_t
+BPrivate::CountKnownThreads()
+{
+	return Registry().Count();
 }

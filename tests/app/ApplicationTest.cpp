@@ -18,6 +18,7 @@
 #include <Window.h>
 #include <WindowTester.h>
 
+#include "../../platform/kernel/Threads.h"
 #include "AppTestSupport.h"
 #include "BrindleFile.h"
 #include "GlWindow.h"
@@ -334,15 +335,16 @@ TEST_F(ApplicationTest, AnExceptionInAHookEndsTheRunAndLeavesRun)
 {
 	setenv("QT_QPA_PLATFORM", "offscreen", 1);
 	WindowTester::HoldModifiers(B_SHIFT_KEY);
+	find_thread(nullptr);
+	size_t known = BPrivate::CountKnownThreads();
 	{
 		FailingApp app;
 		app.PostMessage('fail');
 		EXPECT_THROW(app.Run(), std::runtime_error);
-		while (BWindow* window = app.WindowAt(0)) {
-			if (window->Lock())
-				window->Quit();
-		}
 	}
+	// The inspector window the application had opened ended with it.
+	BPrivate::JoinFinishedThreads();
+	EXPECT_EQ(known, BPrivate::CountKnownThreads());
 	EXPECT_EQ(nullptr, theApp);
 }
 

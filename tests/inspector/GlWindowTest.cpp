@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <string>
 #include <vector>
 
@@ -365,7 +368,59 @@ TEST(GlWindowTest, OnlyTheLastInspectorToCloseWritesTheSettings)
 
 		CloseWithCloseBox(first);
 		EXPECT_TRUE(HasClosed(first));
-		EXPECT_EQ(settings.Settings().substr(0, 16), "0\n60 60 460 330\n");
 		EXPECT_EQ(quits.Count(), 1);
+		EXPECT_EQ(settings.Settings().substr(0, 16), "0\n60 60 460 330\n");
 	});
+}
+
+namespace {
+
+// Counts the times a file in a folder is written and closed.
+class WriteCounter {
+public:
+	explicit WriteCounter(const std::string& folder)
+		: fDescriptor(inotify_init1(IN_NONBLOCK))
+	{
+		inotify_add_watch(fDescriptor, folder.c_str(), IN_CLOSE_WRITE);
+	}
+
+	~WriteCounter() { close(fDescriptor); }
+
+	int32 Count(const char* leaf)
+	{
+		alignas(inotify_event) char buffer[4096];
+		ssize_t length;
+		while ((length = read(fDescriptor, buffer, sizeof(buffer))) > 0) {
+			for (char* at = buffer; at < buffer + length;) {
+				auto event = reinterpret_cast<inotify_event*>(at);
+				if (event->len > 0 && strcmp(event->name, leaf) == 0)
+					fCount++;
+				at += sizeof(inotify_event) + event->len;
+			}
+		}
+		return fCount;
+	}
+
+private:
+	int fDescriptor;
+	int32 fCount = 0;
+};
+
+}	// namespace
+
+TEST(GlWindowTest, QuitAsksEveryWindowAndWritesTheSettingsOnce)
+{
+	SettingsFolder settings;
+	WriteCounter writes(settings.Root());
+	WindowTester::RunApplicationHeadless([] { return new PlainLaunch(); }, [&] {
+		// The application's first inspector and two more.
+		ShowInspector();
+		GlWindow* third = ShowInspector();
+		WindowTester(third).TypeKey('q', B_COMMAND_KEY);
+		for (int32 tries = 0; tries < 5000 && be_app->CountWindows() > 0; tries++)
+			snooze(1000);
+		EXPECT_EQ(be_app->CountWindows(), 0);
+	});
+	EXPECT_EQ(writes.Count("Vellum_Settings"), 1);
+	EXPECT_EQ(settings.Settings().substr(0, 2), "0\n");
 }

@@ -219,10 +219,15 @@ TEST(ViewTest, ActivationReachesTheWindowsViews)
 TEST(ViewTest, FontsMeasureTextByFamilyStyleAndSize)
 {
 	WindowTester::RunHeadless([] {
+		// The system fonts: a sans with Helvetica's metrics at 10, its bold at
+		// 12, a monospace at 12.
 		BFont plain(be_plain_font);
-		EXPECT_STREQ("DejaVu Sans", plain.Family());
+		EXPECT_STREQ("Liberation Sans", plain.Family());
+		EXPECT_EQ(10, plain.Size());
+		EXPECT_EQ(12, be_bold_font->Size());
+		EXPECT_EQ(12, be_fixed_font->Size());
 		float width = plain.StringWidth("Attributes");
-		EXPECT_GT(width, 0);
+		EXPECT_NEAR(42.2, width, 1) << "Helvetica's advance widths at 10 pixels";
 		EXPECT_LT(plain.StringWidth("Attr"), width);
 		EXPECT_EQ(plain.StringWidth("Attributes", 4), plain.StringWidth("Attr"));
 		EXPECT_GT(be_bold_font->StringWidth("Attributes"), width);

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
 
 #include <Application.h>
 #include <View.h>
 #include <Window.h>
 #include <WindowTester.h>
+
+#include "../../../platform/kernel/Threads.h"
 
 using BPrivate::WindowTester;
 
@@ -150,5 +153,44 @@ TEST(WindowTest, ViewCoordinatesConvertThroughParentsScrollingAndWindow)
 		EXPECT_EQ(BPoint(0, 0), child->ConvertFromScreen(BPoint(115, 222)));
 		EXPECT_EQ(BRect(5, 8, 24, 27), parent->ConvertFromParent(BRect(15, 25, 34, 44)));
 		window->Quit();
+	});
+}
+
+namespace {
+
+// The threads of the process, as the system lists them.
+size_t
+CountProcessThreads()
+{
+	size_t count = 0;
+	for (const auto& entry : std::filesystem::directory_iterator("/proc/self/task")) {
+		(void)entry;
+		count++;
+	}
+	return count;
+}
+
+}	// namespace
+
+TEST(WindowTest, ClosedWindowsLeaveNoThreadNorRecordBehind)
+{
+	auto openAndClose = [](int32 count) {
+		for (int32 i = 0; i < count; i++) {
+			BWindow* window = new BWindow(BRect(10, 10, 109, 59), "Passing", B_TITLED_WINDOW,
+				0);
+			window->Show();
+			ASSERT_TRUE(window->Lock());
+			window->Quit();
+		}
+		BPrivate::JoinFinishedThreads();
+	};
+	WindowTester::RunHeadless([&] {
+		// The first window wakes what stays for the whole run (the display).
+		openAndClose(1);
+		size_t known = BPrivate::CountKnownThreads();
+		size_t running = CountProcessThreads();
+		openAndClose(1000);
+		EXPECT_EQ(known, BPrivate::CountKnownThreads());
+		EXPECT_EQ(running, CountProcessThreads());
 	});
 }
