@@ -177,4 +177,29 @@ WriteAttr(const std::string& path, const char* name, uint32 type, const void* da
 	ASSERT_EQ(ssize_t(size), node.WriteAttr(name, type, 0, data, size)) << name;
 }
 
+// A file with a short text, "comment", and a number, "count".
+inline std::string
+CommentFile(const TempFolder& folder, const char* leaf = "file")
+{
+	std::string path = folder.File(leaf);
+	WriteAttr(path, "comment", 'CSTR', "hello", 6);
+	int32 five = 5;
+	WriteAttr(path, "count", 'LONG', &five, sizeof(five));
+	return path;
+}
+
+// Runs body headless with an inspector on a CommentFile and its path.
+template<typename Body>
+void
+WithCommentFile(Body body)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string path = CommentFile(folder);
+	BPrivate::WindowTester::RunHeadless([&] {
+		Inspector inspector(path);
+		body(inspector, path);
+	});
+}
+
 #endif

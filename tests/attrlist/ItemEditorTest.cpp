@@ -17,31 +17,6 @@ const int32 kOK = 2;
 
 const char* const kComment = "user.haiku.comment#CSTR";
 
-// A file with a short text and a number.
-std::string
-CommentFile(const TempFolder& folder, const char* leaf = "file")
-{
-	std::string path = folder.File(leaf);
-	WriteAttr(path, "comment", 'CSTR', "hello", 6);
-	int32 five = 5;
-	WriteAttr(path, "count", 'LONG', &five, sizeof(five));
-	return path;
-}
-
-// Runs body headless with an inspector on a CommentFile.
-template<typename Body>
-void
-WithCommentFile(Body body)
-{
-	TempFolder folder;
-	ASSERT_XATTRS(folder);
-	std::string path = CommentFile(folder);
-	WindowTester::RunHeadless([&] {
-		Inspector inspector(path);
-		body(inspector, path);
-	});
-}
-
 std::string
 Bytes(const char* text)
 {

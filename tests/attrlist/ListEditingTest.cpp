@@ -25,16 +25,6 @@ const char* const kComment = "user.haiku.comment#CSTR";
 const char* const kNotRemoved = "\n\nThe operation did not succeed:\n\n   "
 	"The attribute was not removed.";
 
-std::string
-CommentFile(const TempFolder& folder, const char* leaf)
-{
-	std::string path = folder.File(leaf);
-	WriteAttr(path, "comment", 'CSTR', "hello", 6);
-	int32 five = 5;
-	WriteAttr(path, "count", 'LONG', &five, sizeof(five));
-	return path;
-}
-
 // Selects a row without opening its editor.
 void
 SelectOnly(Inspector& w, const char* name)
@@ -71,11 +61,7 @@ WaitForOpenWin()
 
 TEST(ListEditingTest, DeletingAsksFirstAndRemovesFromTheNode)
 {
-	TempFolder folder;
-	ASSERT_XATTRS(folder);
-	std::string path = CommentFile(folder, "file");
-	WindowTester::RunHeadless([&] {
-		Inspector w(path);
+	WithCommentFile([](Inspector& w, const std::string& path) {
 		{
 			// Nothing selected: nothing to ask.
 			AlertScript alerts;
@@ -110,11 +96,7 @@ TEST(ListEditingTest, DeletingAsksFirstAndRemovesFromTheNode)
 
 TEST(ListEditingTest, ACutThatCannotRemoveStillCopiesAndSaysSo)
 {
-	TempFolder folder;
-	ASSERT_XATTRS(folder);
-	std::string path = CommentFile(folder, "file");
-	WindowTester::RunHeadless([&] {
-		Inspector w(path);
+	WithCommentFile([](Inspector& w, const std::string& path) {
 		SelectOnly(w, "comment");
 		// Another program removed it meanwhile: the removal fails.
 		ASSERT_EQ(0, removexattr(path.c_str(), kComment));
