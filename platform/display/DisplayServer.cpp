@@ -410,11 +410,15 @@ DisplayServer::DestroyWindow(int32 id)
 // #pragma mark - services
 
 void
-DisplayServer::Beep()
+DisplayServer::Beep(int32 id)
 {
 	// QApplication::beep() only asks the platform integration for the bell.
 	fData->beeps++;
-	Post([] { QApplication::beep(); });
+	Post([id] {
+		QApplication::beep();
+		if (FrameWindow* window = FindFrameWindow(id))
+			window->Flash();
+	});
 }
 
 int32

@@ -6,7 +6,9 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPalette>
 #include <QStyleHints>
+#include <QTimer>
 #include <QUrl>
 #include <QWheelEvent>
 
@@ -16,6 +18,10 @@
 namespace BPrivate {
 
 namespace {
+
+// How long and how wide the frame flashes when the window beeps.
+const int kFlashMilliseconds = 150;
+const int kFlashWidth = 4;
 
 BPoint
 ToPoint(QPointF point)
@@ -181,11 +187,30 @@ FrameWindow::event(QEvent* event)
 }
 
 void
+FrameWindow::Flash()
+{
+	fFlashes++;
+	fFlashing = true;
+	update();
+	QTimer::singleShot(kFlashMilliseconds, this, [this] {
+		fFlashing = false;
+		update();
+	});
+}
+
+void
 FrameWindow::paintEvent(QPaintEvent*)
 {
 	QPainter painter(this);
 	painter.fillRect(QRect(QPoint(0, 0), size()), Qt::white);
 	painter.drawImage(0, 0, fFrame);
+	if (fFlashing) {
+		QPen pen(QGuiApplication::palette().color(QPalette::Highlight), kFlashWidth);
+		pen.setJoinStyle(Qt::MiterJoin);
+		painter.setPen(pen);
+		painter.drawRect(QRectF(kFlashWidth / 2.0, kFlashWidth / 2.0, width() - kFlashWidth,
+			height() - kFlashWidth));
+	}
 }
 
 void

@@ -20,6 +20,9 @@ public:
 	explicit FrameWindow(std::shared_ptr<InputSink> sink);
 
 	void SetFrame(const QImage& frame);
+	// Frames the window in the highlight colour for a moment: the bell seen.
+	void Flash();
+	int32 CountFlashes() const { return fFlashes; }
 	void SetContentSize(QSize size) { fContentSize = size; }
 	// Where mouse and keys go instead of the window's own sink (a popup's owner).
 	void SetInputSink(std::shared_ptr<InputSink> sink) { fInputSink = std::move(sink); }
@@ -54,6 +57,8 @@ private:
 	QPointF fLastPress;
 	bigtime_t fLastPressTime = 0;
 	int32 fClicks = 0;
+	bool fFlashing = false;
+	int32 fFlashes = 0;
 };
 
 // Records the modifier state of an input event for modifiers().

@@ -180,9 +180,11 @@ protected:
 	virtual void DispatchMessageDone();
 
 private:
+	friend class BAlert;
 	friend class BView;
 	friend class BPrivate::WindowTester;
 	friend class BPrivate::MenuWindow;
+	friend status_t beep();
 
 	void pvInit(BRect frame, const char* title, window_look look, window_feel feel,
 		uint32 flags, uint32 workspace);
@@ -201,6 +203,9 @@ private:
 	void pvViewHidden(BView* view);
 	void pvTakeQueuedMouse();
 	void pvApplySize(float width, float height, bool tellServer);
+	void pvSendUserSizeLimits();
+	// What the desktop shows in the title bar, leaving Title() as it is.
+	void pvShowTitle(const char* title);
 	void pvActivated(BView* view, bool active);
 	void pvInvalidate(BRect windowRect);
 	void pvContextChanged() { fContextView = nullptr; }

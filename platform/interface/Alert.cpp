@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include <cstring>
+
+#include <Application.h>
 #include <Button.h>
 #include <Invoker.h>
+#include <Roster.h>
 #include <Screen.h>
 
 #include "AlertHook.h"
@@ -29,6 +33,23 @@ const bigtime_t kRedrawInterval = 50000;
 
 const uint32 kAlertFlags = B_NOT_CLOSABLE | B_NOT_RESIZABLE | B_NOT_ZOOMABLE
 	| B_NOT_MINIMIZABLE | B_ASYNCHRONOUS_CONTROLS;
+// An alert stands this far below the top of the window it belongs to.
+const float kOverWindowTop = 40;
+
+// The application's name, as its signature ends ("application/x-vnd.Maker-Name").
+std::string
+ApplicationName()
+{
+	app_info info;
+	if (be_app == nullptr || be_app->GetAppInfo(&info) != B_OK)
+		return "";
+	const char* name = info.signature;
+	for (const char* separator : {"/", ".", "-"}) {
+		if (const char* last = strrchr(name, separator[0]))
+			name = last + 1;
+	}
+	return name;
+}
 
 }	// namespace
 
@@ -81,6 +102,9 @@ BAlert::pvInit(const char* text, const char* const labels[3], button_width width
 	// Confirmations put "Cancel" first.
 	if (fButtonCount >= 2)
 		fKeys[0] = B_ESCAPE;
+	// The user sees the text and the buttons: the desktop's title bar names
+	// the application, while Title() keeps the alert's own title.
+	pvShowTitle(ApplicationName().c_str());
 	pvLayOut(width, spacing);
 }
 
@@ -115,7 +139,10 @@ BAlert::pvLayOut(button_width width, button_spacing spacing)
 	float textBottom = fView->TextHeight(windowWidth - fView->TextLeft() - kTextRightMargin);
 	if (fType != B_EMPTY_ALERT)
 		textBottom = std::max(textBottom, AlertView::IconBottom());
-	float windowHeight = textBottom + kTextButtonGap + buttonHeight + kButtonBottomMargin;
+	// Whole pixels, as the desktop shows windows.
+	windowWidth = std::ceil(windowWidth);
+	float windowHeight = std::ceil(textBottom + kTextButtonGap + buttonHeight
+		+ kButtonBottomMargin);
 	ResizeTo(windowWidth - 1, windowHeight - 1);
 
 	// Right-aligned from the last (default) button leftwards.
@@ -129,12 +156,22 @@ BAlert::pvLayOut(button_width width, button_spacing spacing)
 	MoveTo(AlertPosition(windowWidth, windowHeight));
 }
 
+// Over the window whose thread makes the alert, else in the screen's centre;
+// on the screen in any case.
 BPoint
 BAlert::AlertPosition(float width, float height)
 {
 	BRect screen = BScreen().Frame();
-	return BPoint(screen.left + (screen.Width() - width) / 2,
+	BPoint where(screen.left + (screen.Width() - width) / 2,
 		screen.top + (screen.Height() - height) / 2);
+	auto owner = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(NULL)));
+	if (owner != nullptr) {
+		BRect frame = owner->Frame();
+		where.Set(frame.left + (frame.Width() - width) / 2, frame.top + kOverWindowTop);
+	}
+	where.x = std::clamp(where.x, screen.left, std::max(screen.left, screen.right - width));
+	where.y = std::clamp(where.y, screen.top, std::max(screen.top, screen.bottom - height));
+	return where;
 }
 
 void

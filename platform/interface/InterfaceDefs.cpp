@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+#include <Looper.h>
+#include <OS.h>
+#include <Window.h>
+
 #include "../link/DisplayServer.h"
 
 rgb_color
@@ -60,7 +64,10 @@ modifiers()
 status_t
 beep()
 {
-	BPrivate::DisplayServer::Default().Beep();
+	// The bell, and a flash of the window that refused something, if any:
+	// most desktops keep the bell silent.
+	auto window = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(NULL)));
+	BPrivate::DisplayServer::Default().Beep(window != nullptr ? window->fServerId : -1);
 	return B_OK;
 }
 

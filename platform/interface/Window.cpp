@@ -277,6 +277,12 @@ BWindow::SetTitle(const char* title)
 	DisplayServer::Default().SetTitle(fServerId, fTitle);
 }
 
+void
+BWindow::pvShowTitle(const char* title)
+{
+	DisplayServer::Default().SetTitle(fServerId, title != nullptr ? title : "");
+}
+
 const char*
 BWindow::Title() const
 {
@@ -335,8 +341,12 @@ BWindow::pvApplySize(float width, float height, bool tellServer)
 	fTopView->pvSetFrame(Bounds());
 	pvContextChanged();
 	pvInvalidate(Bounds());
-	if (tellServer)
+	if (tellServer) {
+		// A size the user may not change moves with the program's resize.
+		if ((fFlags & (B_NOT_RESIZABLE | B_NOT_H_RESIZABLE | B_NOT_V_RESIZABLE)) != 0)
+			pvSendUserSizeLimits();
 		DisplayServer::Default().SetFrame(fServerId, fFrame);
+	}
 	FrameResized(width, height);
 }
 
@@ -347,7 +357,17 @@ BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float ma
 	fMaxWidth = std::max(fMinWidth, maxWidth);
 	fMinHeight = std::max(0.0f, minHeight);
 	fMaxHeight = std::max(fMinHeight, maxHeight);
-	// The user may not resize what the flags hold fixed.
+	pvSendUserSizeLimits();
+	if (fFrame.Width() < fMinWidth || fFrame.Width() > fMaxWidth
+		|| fFrame.Height() < fMinHeight || fFrame.Height() > fMaxHeight)
+		ResizeTo(fFrame.Width(), fFrame.Height());
+}
+
+// The sizes the user may give the window on screen: the limits, except that
+// what the flags hold fixed keeps its current size.
+void
+BWindow::pvSendUserSizeLimits()
+{
 	float userMinWidth = fMinWidth, userMaxWidth = fMaxWidth;
 	float userMinHeight = fMinHeight, userMaxHeight = fMaxHeight;
 	if ((fFlags & (B_NOT_RESIZABLE | B_NOT_H_RESIZABLE)) != 0)
@@ -356,9 +376,6 @@ BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float ma
 		userMinHeight = userMaxHeight = fFrame.Height();
 	DisplayServer::Default().SetSizeLimits(fServerId, userMinWidth, userMaxWidth,
 		userMinHeight, userMaxHeight);
-	if (fFrame.Width() < fMinWidth || fFrame.Width() > fMaxWidth
-		|| fFrame.Height() < fMinHeight || fFrame.Height() > fMaxHeight)
-		ResizeTo(fFrame.Width(), fFrame.Height());
 }
 
 void

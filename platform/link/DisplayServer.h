@@ -87,7 +87,8 @@ public:
 	// and keys go to input.
 	void MakePopup(int32 id, int32 owner, std::shared_ptr<InputSink> input);
 
-	void Beep();
+	// Rings the bell and flashes the frame of window id (none when negative).
+	void Beep(int32 id);
 	// How often the bell has been asked for, so tests can tell a refusal.
 	int32 CountBeeps() const;
 	// The modifier keys of the latest input. Asked in the main thread before

@@ -33,6 +33,12 @@ void TestCloseBox(int32 window);
 void TestResize(int32 window, float width, float height);
 void TestActivate(int32 window);
 void TestHoldModifiers(uint32 modifiers);
+// How often the window's frame has flashed for the bell.
+int32 TestFlashes(int32 window);
+// The title the desktop shows for the window.
+std::string TestShownTitle(int32 window);
+// The window's size on screen, in the kits' units.
+BPoint TestShownSize(int32 window);
 // Waits until the display has carried out everything asked of it so far.
 status_t TestSyncDisplay(bigtime_t timeout);
 

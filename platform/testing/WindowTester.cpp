@@ -192,6 +192,24 @@ WindowTester::Activate()
 	TestActivate(fId);
 }
 
+std::string
+WindowTester::ShownTitle()
+{
+	return TestShownTitle(fId);
+}
+
+BPoint
+WindowTester::ShownSize()
+{
+	return TestShownSize(fId);
+}
+
+int32
+WindowTester::CountFlashes()
+{
+	return TestFlashes(fId);
+}
+
 rgb_color
 WindowTester::PixelAt(BPoint where)
 {

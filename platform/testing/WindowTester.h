@@ -68,6 +68,13 @@ public:
 	void UserResize(float width, float height);
 	void Activate();
 
+	// What the desktop shows: the title bar's text, and the window's size in
+	// pixels (width and height, one more than the frame's).
+	std::string ShownTitle();
+	BPoint ShownSize();
+	// How often the window's frame has flashed for the bell.
+	int32 CountFlashes();
+
 	// The window's current frame.
 	rgb_color PixelAt(BPoint where);
 	status_t SaveFrame(const char* path);

@@ -18,6 +18,8 @@ namespace BPrivate {
 
 namespace {
 
+const bigtime_t kAnswerTimeout = 10000000;
+
 Qt::KeyboardModifiers
 QtModifiers(uint32 modifiers)
 {
@@ -200,6 +202,45 @@ void
 TestHoldModifiers(uint32 modifiers)
 {
 	NoteModifiers(modifiers);
+}
+
+int32
+TestFlashes(int32 id)
+{
+	auto answer = std::make_shared<ServerAnswer<int32>>();
+	DisplayServer::Default().Post([id, answer] {
+		FrameWindow* window = FindFrameWindow(id);
+		answer->Set(window != nullptr ? window->CountFlashes() : 0);
+	});
+	int32 flashes = 0;
+	answer->Wait(kAnswerTimeout, &flashes);
+	return flashes;
+}
+
+std::string
+TestShownTitle(int32 id)
+{
+	auto answer = std::make_shared<ServerAnswer<std::string>>();
+	DisplayServer::Default().Post([id, answer] {
+		FrameWindow* window = FindFrameWindow(id);
+		answer->Set(window != nullptr ? window->title().toStdString() : std::string());
+	});
+	std::string title;
+	answer->Wait(kAnswerTimeout, &title);
+	return title;
+}
+
+BPoint
+TestShownSize(int32 id)
+{
+	auto answer = std::make_shared<ServerAnswer<BPoint>>();
+	DisplayServer::Default().Post([id, answer] {
+		FrameWindow* window = FindFrameWindow(id);
+		answer->Set(window != nullptr ? BPoint(window->width(), window->height()) : BPoint());
+	});
+	BPoint size;
+	answer->Wait(kAnswerTimeout, &size);
+	return size;
 }
 
 status_t

@@ -356,6 +356,59 @@ TEST(AlertTest, LayoutFollowsTheButtonWidthsAndTheKind)
 	});
 }
 
+TEST(AlertTest, AnAlertTakesTheSizeOfItsTextOverItsWindowUnderTheApplicationsName)
+{
+	// A window that makes an alert on its own thread and shows it.
+	class Owner : public BWindow {
+	public:
+		Owner() : BWindow(BRect(200, 150, 599, 449), "Owner", B_TITLED_WINDOW, 0) {}
+
+		void MessageReceived(BMessage* message) override
+		{
+			if (message->what != 'make') {
+				BWindow::MessageReceived(message);
+				return;
+			}
+			alert = new BAlert("a1", message->GetString("text", ""), "Cancel", "OK");
+			alert->Go(nullptr);
+		}
+
+		BAlert* alert = nullptr;
+	};
+
+	WindowTester::RunHeadless([] {
+		Owner* owner = new Owner;
+		owner->Show();
+		WindowTester ownerTester(owner);
+		std::string longText;
+		for (int32 i = 0; i < 40; i++)
+			longText += "A long explanation of what went wrong. ";
+		for (const std::string& text : {std::string("Short."), longText}) {
+			BMessage make('make');
+			make.AddString("text", text.c_str());
+			owner->PostMessage(&make);
+			ASSERT_EQ(B_OK, ownerTester.WaitForIdle());
+			BAlert* alert = owner->alert;
+			WindowTester tester(alert);
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+			ASSERT_TRUE(alert->Lock());
+			BRect frame = alert->Frame();
+			BRect lastButton = alert->ButtonAt(1)->Frame();
+			EXPECT_STREQ("a1", alert->Title());
+			alert->Unlock();
+			// The desktop shows it whole, at the size its text and buttons need.
+			EXPECT_EQ(BPoint(frame.Width() + 1, frame.Height() + 1), tester.ShownSize()) << text;
+			EXPECT_LT(lastButton.bottom, frame.Height()) << text;
+			EXPECT_EQ("Test", tester.ShownTitle());
+			// Over the window it belongs to.
+			EXPECT_NEAR(400, (frame.left + frame.right) / 2, 1);
+			EXPECT_EQ(190, frame.top);
+			tester.TypeKey(B_ESCAPE);
+			ASSERT_EQ(B_OK, ownerTester.WaitForIdle());
+		}
+	});
+}
+
 TEST(AlertTest, TextWrapsBetweenWordsAtNewlinesAndInsideLongWords)
 {
 	const BFont& font = *be_plain_font;
@@ -382,10 +435,35 @@ TEST(AlertTest, TextWrapsBetweenWordsAtNewlinesAndInsideLongWords)
 		EXPECT_EQ(2u, line.size()) << line;
 }
 
-TEST(AlertTest, BeepsAreCounted)
+TEST(AlertTest, ABeepRingsTheBellAndFlashesTheWindowThatBeeped)
 {
 	int32 before = WindowTester::CountBeeps();
 	beep();
 	beep();
 	EXPECT_EQ(before + 2, WindowTester::CountBeeps());
+
+	// A window that beeps when told.
+	class Refusing : public BWindow {
+	public:
+		Refusing() : BWindow(BRect(10, 10, 109, 59), "Refusing", B_TITLED_WINDOW, 0) {}
+
+		void MessageReceived(BMessage* message) override
+		{
+			if (message->what == 'beep')
+				beep();
+			else
+				BWindow::MessageReceived(message);
+		}
+	};
+	WindowTester::RunHeadless([] {
+		Refusing* refusing = new Refusing;
+		BWindow* other = new BWindow(BRect(200, 10, 299, 59), "Other", B_TITLED_WINDOW, 0);
+		refusing->Show();
+		other->Show();
+		refusing->PostMessage('beep');
+		WindowTester tester(refusing);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		EXPECT_EQ(1, tester.CountFlashes());
+		EXPECT_EQ(0, WindowTester(other).CountFlashes());
+	});
 }
