@@ -6,13 +6,15 @@
 #include <Application.h>
 #include <Rect.h>
 
+#include "WindowSlots.h"
+
 class BrindleFile;
 class GlWindow;
 
 // The application: turns nodes that reach the program into inspector windows,
 // remembers window rectangles in the settings file and shows the about box at
 // an ordinary launch.
-class GlintApplication : public BApplication {
+class GlintApplication : public BApplication, public WindowSlots {
 public:
 	enum {
 		kInspectorSlot = 0,
@@ -46,8 +48,8 @@ public:
 
 	// The top-left corner of rectangle slot i (0, 0 for an unused slot), and how
 	// many slots new icon and data windows cycle through.
-	BPoint WindowCorner(int i) const;
-	int NumDataWins() const;
+	virtual BPoint WindowCorner(int i) const;
+	virtual int NumDataWins() const;
 	BRect WindowRect(int i) const;
 	int32 CountSubsidiaryWindows(const char* name, const char* title);
 

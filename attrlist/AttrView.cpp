@@ -3,25 +3,35 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <strings.h>
 #include <vector>
 
+#include <Application.h>
+#include <InterfaceDefs.h>
 #include <Message.h>
+#include <OS.h>
 #include <ScrollView.h>
 #include <Window.h>
 #include <fs_attr.h>
 
 #include "BrindleFile.h"
 #include "CMultiTextItem.h"
+#include "DisplayStrings.h"
 #include "Formatting.h"
 #include "FileHost.h"
+#include "IconWindow.h"
+#include "ItemEditor.h"
 #include "ItemView.h"
 #include "ListColors.h"
 #include "PanelColors.h"
 #include "SpecialListView.h"
 #include "StatusError.h"
+#include "Utils.h"
+#include "WindowSlots.h"
 
 namespace {
 
+const char* const kPanelName = "Attributes";
 const char* const kContainerName = "AttrContainer";
 const char* const kHeadersName = "Headers";
 const char* const kListName = "attrList";
@@ -34,6 +44,20 @@ const uint32 kDataCode = 'DATA';
 
 // Reads an attribute whatever its type.
 const type_code kAnyTypeCode = '****';
+
+// The editor lies this far around the row it edits.
+const float kEditorMargin = 3.0f;
+
+// Row windows open on a short-lived thread of their own.
+const char* const kOpenThreadName = "OpenWin";
+const int32 kOpenThreadPriority = 10;
+
+const char* const kIconWindowName = "IconWindow";
+const BRect kIconWindowFrame(100, 100, 228, 228);
+// The remembered rectangle slot that icon windows open at.
+const int kIconWindowSlot = 2;
+// Colour bitmaps of this many bytes or more are 32 pixels square.
+const long kLargeColorBitmap = 1024;
 
 // The container keeps this much of the panel's border free.
 const float kContainerInset = 2.0f;
@@ -52,6 +76,31 @@ IconRowHeight(uint32 type, int32 size)
 		default:
 			return CMultiTextItem::IconSide(size);
 	}
+}
+
+// What the "OpenWin" thread opens: a row of a panel, which it reaches
+// through a messenger since the panel may be gone by then.
+struct OpenRequest {
+	BMessenger panel;
+	BListItem* row;
+};
+
+// Opens the row's window with the panel's window locked, if the panel still
+// shows that row, then frees the request.
+int32
+OpenSubsidiaryWindow(void* data)
+{
+	std::unique_ptr<OpenRequest> request(static_cast<OpenRequest*>(data));
+	if (request->row == nullptr || !request->panel.LockTarget())
+		return B_BAD_VALUE;
+	BLooper* looper;
+	auto panel = dynamic_cast<AttrView*>(request->panel.Target(&looper));
+	auto list = panel != nullptr
+		? dynamic_cast<BListView*>(panel->FindView(kListName)) : nullptr;
+	if (list != nullptr && list->HasItem(request->row))
+		panel->OpenWindow(request->row);
+	looper->Unlock();
+	return B_OK;
 }
 
 }	// namespace
@@ -92,6 +141,10 @@ AttrView::MessageReceived(BMessage* message)
 			if (Window() != nullptr)
 				Window()->PostMessage(message);
 			break;
+		case kSelectionCode:
+		case kInvocationCode:
+			pvClick(message);
+			break;
 		default:
 			BBox::MessageReceived(message);
 			break;
@@ -110,6 +163,9 @@ AttrView::AddAttrInfo(entry_ref* ref)
 	BWindow* window = Window();
 	if (window != nullptr)
 		window->DisableUpdates();
+	// An editor whose save was cancelled would outlive its row.
+	if (!pvDeleteItemEditor())
+		delete pvList()->FindView(kEditorName);
 	pvEmptyList();
 
 	int32 count = 0;
@@ -183,6 +239,16 @@ AttrView::HideView(const char* name)
 		view->Hide();
 }
 
+AttrView*
+AttrView::Enclosing(BView* view)
+{
+	for (; view != nullptr; view = view->Parent()) {
+		if (view->Name() != nullptr && strcasecmp(view->Name(), kPanelName) == 0)
+			return dynamic_cast<AttrView*>(view);
+	}
+	return nullptr;
+}
+
 BrindleFile*
 AttrView::File() const
 {
@@ -193,14 +259,114 @@ AttrView::File() const
 bool
 AttrView::QuitRequested()
 {
-	// Only a row editor holds changes that are not on the node yet.
-	return pvList()->FindView(kEditorName) == nullptr;
+	return pvDeleteItemEditor();
+}
+
+void
+AttrView::OpenWindow(BMessage* message)
+{
+	BListItem* item;
+	if (message->FindPointer("listRef", reinterpret_cast<void**>(&item)) == B_OK)
+		OpenWindow(item);
+}
+
+void
+AttrView::OpenWindow(BListItem* item)
+{
+	auto row = dynamic_cast<CMultiTextItem*>(item);
+	if (row == nullptr || row->GetData() == nullptr)
+		return;
+	void* data = const_cast<void*>(row->GetData());
+	char* name = const_cast<char*>(row->GetString(CMultiTextItem::kNameColumn));
+	if (CMultiTextItem::IsIconType(row->GetType()))
+		OpenIconWindow(row->GetType(), data, row->GetDataSize(), name);
+	else
+		OpenDataWindow(row->GetType(), data, row->GetDataSize(), name);
+}
+
+void
+AttrView::OpenIconWindow(uint32 type, void* data, long size, char* name)
+{
+	if (BWindow* open = FindFrontWindow(kIconWindowName, name)) {
+		open->Activate();
+		return;
+	}
+	BRect frame = kIconWindowFrame;
+	if (auto slots = dynamic_cast<WindowSlots*>(be_app))
+		frame.OffsetTo(slots->WindowCorner(kIconWindowSlot));
+	long side = type == 'MICN' || (type == 'CLRB' && size < kLargeColorBitmap) ? 16 : 32;
+	(new IconWindow(frame, name, data, size, side))->Show();
+}
+
+void
+AttrView::OpenDataWindow(uint32, void*, uint32, char*)
+{
 }
 
 void
 AttrView::DoEditMenu(BMessage* message)
 {
 	pvList()->MessageReceived(message);
+}
+
+void
+AttrView::pvClick(BMessage* message)
+{
+	void* source;
+	status_t status = message->FindPointer("source", &source);
+	if (status != B_OK)
+		throw StatusError(status, "a click without its list");
+	SpecialListView* list = pvList();
+	if (static_cast<BListView*>(source) != list)
+		throw StatusError(B_BAD_VALUE, "a click from another list");
+	list->Invalidate();
+
+	int32 index;
+	status = message->FindInt32("index", &index);
+	if (status != B_OK)
+		throw StatusError(status, "a click without its row");
+	if (index < 0)
+		return;
+	auto row = dynamic_cast<CMultiTextItem*>(list->ItemAt(index));
+	if (row == nullptr)
+		throw StatusError(B_BAD_INDEX, "a click on a row that is no attribute");
+	BPoint where;
+	uint32 buttons;
+	list->GetMouse(&where, &buttons, false);
+	uint32 column = row->FindField(where);
+
+	bool option = (modifiers() & (B_LEFT_OPTION_KEY | B_RIGHT_OPTION_KEY)) != 0;
+	if (!option && row->GetDataSize() < uint32(kAttrStringSize)) {
+		BRect frame = list->ItemFrame(index).InsetByCopy(-kEditorMargin, -kEditorMargin);
+		(new ItemEditor(list, index, frame))->SetFocusedItem(column);
+		return;
+	}
+
+	pvDeleteItemEditor();
+	if (message->what != kInvocationCode)
+		return;
+	auto request = std::make_unique<OpenRequest>(OpenRequest{BMessenger(this), row});
+	thread_id thread = spawn_thread(OpenSubsidiaryWindow, kOpenThreadName,
+		kOpenThreadPriority, request.get());
+	if (thread >= 0 && resume_thread(thread) == B_OK)
+		request.release();
+}
+
+bool
+AttrView::pvDeleteItemEditor()
+{
+	SpecialListView* list = pvList();
+	auto editor = dynamic_cast<ItemEditor*>(list->FindView(kEditorName));
+	if (editor == nullptr)
+		return true;
+	list->RemoveChild(editor);
+	if (!editor->SaveChanges()) {
+		// Cancelled: the editor stays, with the user's text.
+		list->AddChild(editor);
+		return false;
+	}
+	delete editor;
+	return true;
 }
 
 SpecialListView*

@@ -7,6 +7,7 @@
 
 #include "AttrData.h"
 
+class BListItem;
 class BrindleFile;
 class CMultiTextItem;
 class SpecialListView;
@@ -41,6 +42,10 @@ public:
 	void ShowView(const char* name);
 	void HideView(const char* name);
 
+	// The panel that view belongs to: the nearest view named "Attributes",
+	// view itself or an ancestor; null when that is no panel or there is none.
+	static AttrView* Enclosing(BView* view);
+
 	// The node of the hosting FileHost, or null when the panel has none.
 	BrindleFile* File() const;
 
@@ -51,7 +56,23 @@ public:
 	// first, and a cancelled save keeps the window open.
 	bool QuitRequested();
 
+	// Opens the window of a row (the pointer "listRef"): an icon window for
+	// the icon types, else a data window. Nothing for a row without data.
+	void OpenWindow(BMessage* message);
+	void OpenWindow(BListItem* item);
+	// One window per attribute name, showing the icon four times magnified;
+	// a second request brings it to the front.
+	void OpenIconWindow(uint32 type, void* data, long size, char* name);
+	void OpenDataWindow(uint32 type, void* data, uint32 size, char* name);
+
 private:
+	// A click on a row ('Selc' or 'Invk'): edit it in place, or with Option
+	// (or a value too large to edit) only select it, and on a double click
+	// open its window.
+	void pvClick(BMessage* message);
+	// Closes the row editor after offering its changes; false, keeping the
+	// editor, when the user cancelled.
+	bool pvDeleteItemEditor();
 	SpecialListView* pvList() const;
 	void pvBuildViews();
 	void pvEmptyList();

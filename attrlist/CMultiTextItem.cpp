@@ -10,6 +10,7 @@
 #include <Region.h>
 #include <View.h>
 
+#include "AttrTypes.h"
 #include "DisplayStrings.h"
 #include "Formatting.h"
 
@@ -104,6 +105,12 @@ CMultiTextItem::GetString(short index) const
 	if (index < 0 || index > kJoinedString)
 		return nullptr;
 	return fStrings[index];
+}
+
+uint32
+CMultiTextItem::AttributeType() const
+{
+	return fDataSize > 0 ? fType : TypeCodeFromText(fStrings[kTypeColumn]);
 }
 
 int32

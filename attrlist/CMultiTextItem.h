@@ -48,6 +48,9 @@ public:
 
 	const char* GetString(short index) const;
 	uint32 GetType() const { return fType; }
+	// The attribute's type also for a row without bytes, whose GetType() is
+	// 0: then the type column tells it.
+	uint32 AttributeType() const;
 	uint32 GetDataSize() const { return fDataSize; }
 	const void* GetData() const { return fData.get(); }
 	int32 TabStop(uint32 index) const;

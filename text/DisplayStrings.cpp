@@ -1,17 +1,15 @@
 #include "DisplayStrings.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstring>
-#include <strings.h>
-
-#include <Point.h>
-#include <Rect.h>
 #include <TypeConstants.h>
 
 #include "AttrTypes.h"
 #include "Formatting.h"
 
 const char* const kTooLargeText = "<<Too large to display>>";
+const char* const kTooLongText = "<<Too long to show>>";
 
 namespace {
 
@@ -113,12 +111,37 @@ IntegerString(const uint8* data, const IntegerKind& kind)
 }
 
 
+// Fixed-point numbers longer than this are shown with an exponent instead.
+const int32 kLongestFixed = 40;
+
+
+// The shortest decimal text that reads back to the same value, with at least
+// two decimals where there is no exponent: 3.00, 3.14159, 1e+300. Without
+// allowExponent it stays fixed-point, whatever its length.
+template<typename Real>
 String
-DecimalString(double value)
+ExactDecimal(Real value, bool allowExponent)
 {
-	if (std::isfinite(value) && fabs(value) >= 1e15)
-		return String().SetToFormat("%.2e", value);
-	return String().SetToFormat("%.2f", value);
+	// Room for the longest fixed-point double, 1.8e308 or 4.9e-324.
+	char digits[400];
+	char* end = std::to_chars(digits, digits + sizeof(digits), value,
+		std::chars_format::fixed).ptr;
+	if (allowExponent && (std::fabs(value) >= 1e15 || end - digits > kLongestFixed)) {
+		end = std::to_chars(digits, digits + sizeof(digits), value,
+			std::chars_format::scientific).ptr;
+	}
+	String text;
+	text.SetTo(digits, end - digits);
+	if (!std::isfinite(value) || text.FindFirst('e') >= 0)
+		return text;
+	int32 point = text.FindFirst('.');
+	if (point < 0) {
+		point = text.Length();
+		text << '.';
+	}
+	while (text.Length() - point - 1 < 2)
+		text << '0';
+	return text;
 }
 
 
@@ -129,6 +152,23 @@ ValueAt(const uint8* data)
 	Value value;
 	memcpy(&value, data, sizeof(value));
 	return value;
+}
+
+
+// A rectangle's or a point's floats, (1.00, 2.50, 3.00, 4.00), each with as
+// many decimals as it takes to read back the same float and never with an
+// exponent, which the rectangle's parser would read as two numbers.
+String
+EdgesString(const uint8* data, int32 count)
+{
+	String text("(");
+	for (int32 index = 0; index < count; index++) {
+		if (index > 0)
+			text << ", ";
+		text << ExactDecimal(ValueAt<float>(data + index * sizeof(float)), false);
+	}
+	text << ')';
+	return text;
 }
 
 
@@ -245,23 +285,22 @@ ValueString(uint32 type, const uint8* data, int32 size, String& text)
 		case B_FLOAT_TYPE:
 			if (size != sizeof(float))
 				break;
-			text = DecimalString(ValueAt<float>(data));
+			text = ExactDecimal(ValueAt<float>(data), true);
 			return true;
 		case B_DOUBLE_TYPE:
 			if (size != sizeof(double))
 				break;
-			text = DecimalString(ValueAt<double>(data));
+			text = ExactDecimal(ValueAt<double>(data), true);
 			return true;
 		case B_RECT_TYPE:
 			if (size != 4 * sizeof(float))
 				break;
-			text = RectString(BRect(ValueAt<float>(data), ValueAt<float>(data + 4),
-				ValueAt<float>(data + 8), ValueAt<float>(data + 12)));
+			text = EdgesString(data, 4);
 			return true;
 		case B_POINT_TYPE:
 			if (size != 2 * sizeof(float))
 				break;
-			text = PointString(BPoint(ValueAt<float>(data), ValueAt<float>(data + 4)));
+			text = EdgesString(data, 2);
 			return true;
 		case B_TIME_TYPE:
 			if (size == sizeof(int32)) {
@@ -351,8 +390,13 @@ MakeAttrString(char* buffer, uint32 type, const void* data, int32 size)
 {
 	String text;
 	if (data != nullptr && size > 0
-		&& !ValueString(type, static_cast<const uint8*>(data), size, text))
-		return;
+		&& !ValueString(type, static_cast<const uint8*>(data), size, text)) {
+		// A row small enough to be edited in place must not show a text that
+		// its editor would read as another value.
+		if (size >= kAttrStringSize)
+			return;
+		text = kTooLongText;
+	}
 	if (text.Length() > kMaxAttrStringLength)
 		return;
 	memcpy(buffer, static_cast<const char*>(text), text.Length() + 1);
@@ -378,8 +422,9 @@ MakeChangeStrings(const AttrData& current, const char* name, const char* type,
 	question = "";
 	details = "";
 
+	// A change of letter case is a rename too.
 	const bool nameChanged = name != nullptr && name[0] != '\0'
-		&& strcasecmp(name, current.name) != 0;
+		&& strcmp(name, current.name) != 0;
 	const uint32 newType = type != nullptr ? TypeCodeFromText(type) : current.type;
 	const bool typeChanged = newType != current.type;
 	const bool valueChanged = IsNewValue(current, data, size);

@@ -10,14 +10,22 @@
 // kTooLargeText until MakeAttrString writes the value's text into it.
 const int32 kAttrStringSize = 256;
 extern const char* const kTooLargeText;
+// What a value too long for the buffer shows when it is shorter than
+// kAttrStringSize bytes, so small enough to be edited in its row: a text
+// without a hex digit, which the raw parser reads as no value.
+extern const char* const kTooLongText;
 
-// Writes the display text of a value into buffer (kAttrStringSize bytes), or
-// leaves the buffer as it is when the text does not fit:
+// Writes the display text of a value into buffer (kAttrStringSize bytes),
+// kTooLongText when that does not fit, or leaves the buffer as it is when the
+// value is not shorter than kAttrStringSize bytes either. Every text that fits
+// reads back to the same bytes through the editor's parsers where the parser
+// can hold the value at all:
 // - integers: grouped decimal, the bytes as quoted characters (most
 //   significant first, '.' for a byte that is not printable ASCII) and "0x"
 //   with the hex digits: 1,234 '....' 0x000004D2;
-// - 'FLOT', 'DBLE': two decimals, 3.14 (an exponent from 1e15 on);
-// - 'RECT' (1.00, 2.00, 3.00, 4.00); 'BPNT' (1.00, 2.00);
+// - 'FLOT', 'DBLE': the shortest exact decimal, at least two decimals, 3.00,
+//   3.14159 (an exponent from 1e15 on);
+// - 'RECT' (1.00, 2.00, 3.00, 4.25); 'BPNT' (1.00, 2.00), exact decimals;
 // - 'BOOL': true or false; 'TIME' (4 or 8 bytes): its local date and time;
 // - strings: their text up to the first NUL; 'XATR': its text when it is
 //   printable UTF-8 (a final NUL allowed), else as raw data;
@@ -34,7 +42,7 @@ String MakeHeaderString(uint32 type, uint32 size, const char* name);
 // between the current attribute and the new name, type text and value: for
 // example name "old" and name "new", or type LONG, value 5 and type SHRT,
 // value 5. A null argument is no change; a name that differs only in letter
-// case is no change either. The new value is bytes of the new type when
+// case is a change. The new value is bytes of the new type when
 // size >= 0 and a text (shown as it is) when size < 0. Both strings are empty
 // when nothing changes.
 void MakeChangeStrings(const AttrData& current, const char* name,

@@ -3,7 +3,9 @@
 
 #include <SupportDefs.h>
 
-// An owned copy of one attribute: its type, size, name and value bytes.
+// An owned copy of one attribute: its type, size, name and value bytes. Its
+// flattened form (the name and its closing NUL, the type and the size as
+// little-endian 32-bit words, then the bytes) carries it between programs.
 class AttrPackage {
 public:
 	static const int32 kNameLength = 256;
@@ -27,6 +29,14 @@ public:
 			uint32				Type() const { return fType; }
 			uint32				Size() const { return fSize; }
 			void*				Data() const { return fData; }
+
+			ssize_t				FlattenedSize() const;
+			// B_BAD_VALUE when size is smaller than FlattenedSize().
+			status_t			Flatten(void* buffer, ssize_t size) const;
+			// Takes the package from a flattened form of exactly size bytes;
+			// B_BAD_DATA, leaving the package as it was, for a buffer that is
+			// not one (a name without its end, sizes that do not add up).
+			status_t			Unflatten(const void* buffer, ssize_t size);
 
 private:
 			uint32				fType;

@@ -23,31 +23,21 @@ ExtractDateValue(const char* text, long* size)
 }
 
 
-char*
-GetDataFromText(const char* text, const char* oldText, const char* typeText,
-	long* size)
+FieldForm
+FieldFormOf(uint32 type)
 {
-	String copy(text);
-	const uint32 type = TypeCodeFromText(typeText);
-
 	switch (type) {
 		case B_STRING_TYPE:
-		{
-			char* buffer = new char[copy.Length() + 1];
-			memcpy(buffer, static_cast<const char*>(copy), copy.Length() + 1);
-			if (size != nullptr)
-				*size = copy.Length() + 1;
-			return buffer;
-		}
+			return kStringForm;
 		case B_RECT_TYPE:
-			return ExtractRectValue(copy, size);
+			return kRectForm;
 		case B_TIME_TYPE:
-			return ExtractDateValue(copy, size);
+			return kDateForm;
 		case B_BOOL_TYPE:
-			return ExtractBoolValue(copy, size);
+			return kBoolForm;
 	}
 	if (IsNumType(type))
-		return ExtractNumValue(copy, oldText, typeText, size);
+		return kNumberForm;
 
 	switch (type) {
 		case B_RAW_TYPE:
@@ -55,8 +45,45 @@ GetDataFromText(const char* text, const char* oldText, const char* typeText,
 		case 'APPF':
 		case 'pref':
 		case 'APPV':
-			return ExtractHexValue(copy, size);
+			return kHexForm;
 		default:
-			return nullptr;
+			return kNoForm;
 	}
+}
+
+
+char*
+ExtractStringValue(const char* text, long* size)
+{
+	size_t length = strlen(text);
+	char* buffer = new char[length + 1];
+	memcpy(buffer, text, length + 1);
+	if (size != nullptr)
+		*size = length + 1;
+	return buffer;
+}
+
+
+char*
+GetDataFromText(const char* text, const char* oldText, const char* typeText,
+	long* size)
+{
+	String copy(text);
+	switch (FieldFormOf(TypeCodeFromText(typeText))) {
+		case kStringForm:
+			return ExtractStringValue(copy, size);
+		case kRectForm:
+			return ExtractRectValue(copy, size);
+		case kDateForm:
+			return ExtractDateValue(copy, size);
+		case kBoolForm:
+			return ExtractBoolValue(copy, size);
+		case kNumberForm:
+			return ExtractNumValue(copy, oldText, typeText, size);
+		case kHexForm:
+			return ExtractHexValue(copy, size);
+		case kNoForm:
+			break;
+	}
+	return nullptr;
 }

@@ -3,6 +3,22 @@
 
 #include <SupportDefs.h>
 
+// How the text of an editor's Data field becomes the value of a type.
+enum FieldForm {
+	kStringForm,	// the text and its NUL
+	kRectForm,
+	kDateForm,
+	kBoolForm,
+	kNumberForm,
+	kHexForm,		// raw bytes as hex digits
+	kNoForm			// the type has no rule: the text makes no value
+};
+
+FieldForm FieldFormOf(uint32 type);
+
+// The text with its NUL, which the size counts. Release with delete[].
+char* ExtractStringValue(const char* text, long* size);
+
 // A 32-bit time from free-form date text, relative to now; a text that does
 // not parse stores -1. Release the result with delete[].
 char* ExtractDateValue(const char* text, long* size);

@@ -208,12 +208,15 @@ TEST(AttrViewTest, TheSelectedRowHasAGreenBand)
 		int32 other = w.IndexOf("flag");
 		w.panel->MakeFocus(true);
 		EXPECT_TRUE(w.List()->IsFocus());
+		// With Option a selection opens no editor over the row.
+		WindowTester::HoldModifiers(B_OPTION_KEY | B_LEFT_OPTION_KEY);
 		w.List()->Select(selected);
 		BPoint inBand = w.InRow(selected, 5, 1);
 		BPoint beforeBand = w.InRow(selected, 2, 1);
 		BPoint unselected = w.InRow(other, 5, 1);
 		w.window->Unlock();
 		ASSERT_EQ(B_OK, w.tester.WaitForIdle());
+		WindowTester::HoldModifiers(0);
 
 		const rgb_color green = {0, 255, 0, 255};
 		EXPECT_EQ(green, w.tester.PixelAt(inBand));

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "DisplayStrings.h"
+#include "FieldValue.h"
 
 namespace {
 
@@ -54,11 +56,17 @@ TEST(AttrString, IntegersShowDecimalCharactersAndHex)
 
 TEST(AttrString, OtherTypedValues)
 {
-	EXPECT_EQ(Shown('FLOT', 3.14159f), "3.14");
+	EXPECT_EQ(Shown('FLOT', 3.14159f), "3.14159");
+	EXPECT_EQ(Shown('FLOT', 3.0f), "3.00");
 	EXPECT_EQ(Shown('DBLE', -0.5), "-0.50");
-	EXPECT_EQ(Shown('DBLE', 1e300), "1.00e+300");
+	EXPECT_EQ(Shown('DBLE', 0.1), "0.10");
+	EXPECT_EQ(Shown('DBLE', 1e300), "1e+300");
+	EXPECT_EQ(Shown('DBLE', 5e-324), "5e-324");
 	float rect[4] = { 1, 2, -3, 4.125f };
-	EXPECT_EQ(Shown('RECT', rect), "(1.00, 2.00, -3.00, 4.12)");
+	EXPECT_EQ(Shown('RECT', rect), "(1.00, 2.00, -3.00, 4.125)");
+	// Never an exponent, which would read back as two numbers.
+	float huge[4] = { 1e20f, 1e-10f, 0, 0 };
+	EXPECT_EQ(Shown('RECT', huge), "(100000002004087734272.00, 0.0000000001, 0.00, 0.00)");
 	float point[2] = { 5, 6 };
 	EXPECT_EQ(Shown('BPNT', point), "(5.00, 6.00)");
 	EXPECT_EQ(Shown('BOOL', uint8(1)), "true");
@@ -102,9 +110,12 @@ TEST(AttrString, EmptyAndTooLargeValues)
 	EXPECT_EQ(ShownBytes('LONG', {}), "");
 	EXPECT_EQ(ShownBytes('CSTR', {}), "");
 
-	// 112 bytes of raw data fit in the row; 113 do not.
+	// 112 bytes of raw data fit in the row; 113 do not, and since the row
+	// can still be edited it says so in words without a hex digit.
 	EXPECT_EQ(ShownBytes('RAWT', std::vector<uint8>(112, 1)).size(), 254u);
-	EXPECT_EQ(ShownBytes('RAWT', std::vector<uint8>(113, 1)), kTooLargeText);
+	EXPECT_EQ(ShownBytes('RAWT', std::vector<uint8>(113, 1)), kTooLongText);
+	EXPECT_EQ(ShownBytes('RAWT', std::vector<uint8>(255, 1)), kTooLongText);
+	EXPECT_EQ(ShownBytes('RAWT', std::vector<uint8>(256, 1)), kTooLargeText);
 	EXPECT_EQ(ShownText('CSTR', std::string(255, 'x')), std::string(255, 'x'));
 	EXPECT_EQ(ShownText('CSTR', std::string(256, 'x')), kTooLargeText);
 	EXPECT_EQ(ShownText('XATR', std::string(300, 'x')), kTooLargeText);
@@ -150,9 +161,14 @@ TEST(ChangeStrings, NameOnlyWhatChanged)
 	EXPECT_STREQ(retyped.details, "type SHRT");
 
 	int32 six = 6;
-	Change revalued = Changes(current, "COUNT", "LONG", &six, 4);
+	Change revalued = Changes(current, "count", "LONG", &six, 4);
 	EXPECT_STREQ(revalued.question, "value 5 '....' 0x00000005 of \"count\"");
 	EXPECT_STREQ(revalued.details, "value 6 '....' 0x00000006");
+
+	// The letter case of a name is a change of its own.
+	Change recased = Changes(current, "Count", nullptr, nullptr, -1);
+	EXPECT_STREQ(recased.question, "name \"count\"");
+	EXPECT_STREQ(recased.details, "name \"Count\"");
 
 	int16 seven = 7;
 	Change all = Changes(current, "n", "SHRT", &seven, 2);
@@ -165,7 +181,7 @@ TEST(ChangeStrings, NothingChangedGivesEmptyTexts)
 	int32 five = 5;
 	AttrData current("count", 'LONG', &five, 4);
 	int32 same = 5;
-	for (const Change& change : { Changes(current, "Count", "LONG", &same, 4),
+	for (const Change& change : { Changes(current, "count", "LONG", &same, 4),
 			Changes(current, "", nullptr, nullptr, 0),
 			Changes(current, nullptr, nullptr, "5 '....' 0x00000005", -1) }) {
 		EXPECT_STREQ(change.question, "");
@@ -184,4 +200,50 @@ TEST(ChangeStrings, TextValuesShowAsTyped)
 	std::string longText(1000, 'y');
 	Change large = Changes(current, nullptr, nullptr, longText.c_str(), -1);
 	EXPECT_STREQ(large.details, "value (1,000 bytes)");
+}
+
+// What a row shows is what its editor reads back: the same bytes, or, for a
+// value too long to show, no bytes at all, so that the row's are kept.
+TEST(AttrString, ShownValuesReadBackToTheirBytes)
+{
+	auto readBack = [](uint32 type, const std::vector<uint8>& bytes) {
+		std::string shown = ShownBytes(type, bytes);
+		char typeText[5] = {char(type >> 24), char(type >> 16), char(type >> 8),
+			char(type), '\0'};
+		long size = -1;
+		std::unique_ptr<char[]> value(GetDataFromText(shown.c_str(), shown.c_str(),
+			typeText, &size));
+		if (value == nullptr || size < 0)
+			return std::vector<uint8>{0xEE};
+		return std::vector<uint8>(value.get(), value.get() + size);
+	};
+	auto of = [](const auto& value) {
+		auto bytes = reinterpret_cast<const uint8*>(&value);
+		return std::vector<uint8>(bytes, bytes + sizeof(value));
+	};
+
+	for (size_t size = 0; size <= 112; size++) {
+		std::vector<uint8> raw(size);
+		for (size_t index = 0; index < size; index++)
+			raw[index] = uint8(index * 37 + 11);
+		EXPECT_EQ(raw, readBack('RAWT', raw)) << size;
+	}
+	for (size_t size : {113, 200, 255})
+		EXPECT_TRUE(readBack('RAWT', std::vector<uint8>(size, 0xAB)).empty()) << size;
+
+	const float rects[][4] = {{1, 2, 3, 4}, {0.1f, 1.0f / 3, 12345.678f, 1e-7f},
+		{3.4e38f, 1e-45f, 0, 255.5f}};
+	for (const auto& rect : rects)
+		EXPECT_EQ(of(rect), readBack('RECT', of(rect)));
+	for (float number : {0.1f, 1.0f / 3, 3.14159f, 1e20f, 1e-30f, -2.5f})
+		EXPECT_EQ(of(number), readBack('FLOT', of(number))) << number;
+	for (double number : {0.1, 1.0 / 3, 1e300, 5e-324, -123456.789})
+		EXPECT_EQ(of(number), readBack('DBLE', of(number))) << number;
+	for (uint8 flag : {0, 1})
+		EXPECT_EQ(of(flag), readBack('BOOL', of(flag)));
+	const char text[] = "text with 0x12, 'quotes' and\ttabs";
+	EXPECT_EQ(std::vector<uint8>(text, text + sizeof(text)),
+		readBack('CSTR', std::vector<uint8>(text, text + sizeof(text))));
+	for (int32 date : {0, 86400 * 365, 1700000000})
+		EXPECT_EQ(of(date), readBack('TIME', of(date))) << date;
 }
