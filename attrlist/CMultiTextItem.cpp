@@ -1,6 +1,7 @@
 #include "CMultiTextItem.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -28,10 +29,11 @@ const float kBandInset = 4.0f;
 
 // Text sits this far above the row's bottom edge.
 const float kBaselineOffset = 2.0f;
-// A type code too wide for its column (the hex form of a code whose bytes
-// are not all printable) is drawn smaller, down to this size, to show whole.
-const float kTypeMargin = 2.0f;
-const float kSmallestTypeSize = 6.0f;
+// The type and the size show whole: a text too wide for its column (the hex
+// form of a code whose bytes are not all printable, a size of many digits) is
+// drawn smaller, down to this size.
+const float kFitMargin = 2.0f;
+const float kSmallestFitSize = 6.0f;
 
 const rgb_color kTextColor = {0, 0, 0, 255};
 
@@ -211,11 +213,11 @@ CMultiTextItem::pvDrawColumn(BView* owner, BRect frame, uint32 column)
 	} else {
 		const char* text = fStrings[column];
 		float width = owner->StringWidth(text);
-		float room = span.Width() - kTypeMargin;
-		if (column == kTypeColumn && width > room) {
+		float room = span.Width() - (fTabStops[column] < 0 ? kRightMargin + 1 : kFitMargin);
+		if ((column == kTypeColumn || column == kSizeColumn) && width > room) {
 			BFont font;
 			owner->GetFont(&font);
-			font.SetSize(std::max(kSmallestTypeSize, font.Size() * room / width));
+			font.SetSize(std::max(kSmallestFitSize, std::floor(font.Size() * room / width)));
 			owner->SetFont(&font, B_FONT_SIZE);
 			width = owner->StringWidth(text);
 		}

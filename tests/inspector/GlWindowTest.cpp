@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include <Box.h>
+#include <Node.h>
 #include <OS.h>
 #include <TextView.h>
 
@@ -464,5 +465,46 @@ TEST(GlWindowTest, ThePanelKeepsItsLayoutThroughEverySizeBetweenTheLimits)
 		ASSERT_TRUE(window->Lock());
 		EXPECT_EQ(before, window->FindView("ScrollList")->Frame()) << "back at the first size";
 		window->Unlock();
+	});
+}
+
+TEST(GlWindowTest, TheDefaultWindowShowsTheTitlesSizesAndTypesWhole)
+{
+	TempFolder folder;
+	std::string file = folder.File("wide");
+	BNode node(file.c_str());
+	std::vector<char> large(60000, 'x');
+	ASSERT_EQ(60000, node.WriteAttr("large", 'RAWT', 0, large.data(), large.size()));
+	int32 number = 7;
+	ASSERT_EQ(4, node.WriteAttr("odd", 0x0000001F, 0, &number, sizeof(number)));
+	ASSERT_EQ(4, node.WriteAttr("high", 0xC8A1B2FF, 0, &number, sizeof(number)));
+	WindowTester::RunHeadless([&] {
+		GlWindow* window = ShowInspector();
+		DropOnInspector(window, {file});
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		// The type column ends at 160, where the size column begins: text cut
+		// by either edge would leave ink on it.
+		auto inkAtColumnEdge = [&](const char* viewName) {
+			EXPECT_TRUE(window->Lock());
+			BView* view = window->FindView(viewName);
+			BRect bounds = view != nullptr ? view->Bounds() : BRect();
+			BPoint origin = view != nullptr
+				? window->ConvertFromScreen(view->ConvertToScreen(bounds.LeftTop()))
+				: BPoint();
+			window->Unlock();
+			std::vector<BPoint> inked;
+			const rgb_color white = make_color(255, 255, 255);
+			for (float y = 1; y < bounds.Height(); y++) {
+				for (float x : {159.0f, 160.0f}) {
+					if (tester.PixelAt(origin + BPoint(x, y)) != white)
+						inked.push_back(BPoint(x, y));
+				}
+			}
+			return inked.size();
+		};
+		EXPECT_EQ(0u, inkAtColumnEdge("Headers"));
+		EXPECT_EQ(0u, inkAtColumnEdge("attrList"));
+		tester.SaveFrame((folder.Path("default-window.png")).c_str());
 	});
 }
