@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QImage>
+#include <QtMath>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPolygonF>
@@ -261,17 +262,47 @@ PixelImage(const PixelMap& pixels)
 }	// namespace
 
 struct Canvas::Data {
+	// In the screen's device pixels; drawing works in the kits' own units.
+	// A resize takes effect when the frame is next used, once the display
+	// tells the pixel density.
 	QImage image;
+	int32 width = 1;
+	int32 height = 1;
+	bool resized = true;
 	QPainter painter;
 	QPointF origin;
 	QRegion clip;
+
+	QImage& Image()
+	{
+		if (resized)
+			Reallocate();
+		return image;
+	}
+
+	// The frame at its new size, with what it showed kept where it fits.
+	void Reallocate()
+	{
+		resized = false;
+		if (painter.isActive())
+			painter.end();
+		qreal ratio = DisplayServer::Default().ScaleFactor();
+		QImage fresh(qCeil(width * ratio), qCeil(height * ratio), QImage::Format_RGB32);
+		fresh.fill(Qt::white);
+		int rows = qMin(image.height(), fresh.height());
+		int bytes = qMin(image.width(), fresh.width()) * 4;
+		for (int y = 0; y < rows; y++)
+			memcpy(fresh.scanLine(y), image.constScanLine(y), bytes);
+		fresh.setDevicePixelRatio(ratio);
+		image = fresh;
+	}
 
 	QPainter& Begin()
 	{
 		if (!painter.isActive()) {
 			// Painting needs Qt's fonts, which need the GUI application.
 			DisplayServer::Default().EnsureStarted();
-			painter.begin(&image);
+			painter.begin(&Image());
 			painter.setRenderHint(QPainter::Antialiasing, false);
 			painter.setRenderHint(QPainter::TextAntialiasing, true);
 		}
@@ -317,30 +348,27 @@ Canvas::~Canvas()
 void
 Canvas::Resize(int32 width, int32 height)
 {
-	if (width == fData->image.width() && height == fData->image.height())
+	width = qMax(1, width);
+	height = qMax(1, height);
+	if (width == fData->width && height == fData->height)
 		return;
 	if (fData->painter.isActive())
 		fData->painter.end();
-	QImage image(qMax(1, width), qMax(1, height), QImage::Format_RGB32);
-	image.fill(Qt::white);
-	const QImage& old = fData->image;
-	int rows = qMin(old.height(), image.height());
-	int bytes = qMin(old.width(), image.width()) * 4;
-	for (int y = 0; y < rows; y++)
-		memcpy(image.scanLine(y), old.constScanLine(y), bytes);
-	fData->image = image;
+	fData->width = width;
+	fData->height = height;
+	fData->resized = true;
 }
 
 int32
 Canvas::Width() const
 {
-	return fData->image.width();
+	return fData->width;
 }
 
 int32
 Canvas::Height() const
 {
-	return fData->image.height();
+	return fData->height;
 }
 
 void
@@ -461,9 +489,11 @@ Canvas::DrawBitmap(const PixelMap& pixels, BRect source, BRect destination, cons
 rgb_color
 Canvas::PixelAt(int32 x, int32 y)
 {
-	if (x < 0 || y < 0 || x >= fData->image.width() || y >= fData->image.height())
+	if (x < 0 || y < 0 || x >= fData->width || y >= fData->height)
 		return rgb_color{0, 0, 0, 0};
-	QRgb pixel = fData->image.pixel(x, y);
+	const QImage& image = fData->Image();
+	qreal ratio = image.devicePixelRatio();
+	QRgb pixel = image.pixel(int(x * ratio), int(y * ratio));
 	return rgb_color{uint8(qRed(pixel)), uint8(qGreen(pixel)), uint8(qBlue(pixel)), 255};
 }
 
@@ -471,7 +501,7 @@ void
 Canvas::Present(int32 windowId)
 {
 	// The server gets a copy of its own: no pixels are shared between threads.
-	QImage frame = fData->image.copy();
+	QImage frame = fData->Image().copy();
 	DisplayServer::Default().Post([windowId, frame] { ShowFrame(windowId, frame); });
 }
 
@@ -480,7 +510,7 @@ Canvas::SavePNG(const char* path)
 {
 	if (fData->painter.isActive())
 		fData->painter.end();
-	return fData->image.save(QString::fromUtf8(path), "PNG") ? B_OK : B_ERROR;
+	return fData->Image().save(QString::fromUtf8(path), "PNG") ? B_OK : B_ERROR;
 }
 
 // #pragma mark - fonts

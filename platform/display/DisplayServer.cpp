@@ -40,6 +40,7 @@ struct DisplayServer::Data {
 	// Input has told the modifiers since the start.
 	std::atomic<bool> modifiersNoted{false};
 	BRect screenFrame;
+	float scaleFactor = 1.0f;
 	// Touched only in the server's thread.
 	std::map<int32, std::unique_ptr<FrameWindow>> windows;
 };
@@ -160,6 +161,7 @@ DisplayServer::EnsureStarted()
 	QRect geometry = screen != nullptr ? screen->geometry() : QRect(0, 0, 1024, 768);
 	fData->screenFrame.Set(geometry.left(), geometry.top(), geometry.right(),
 		geometry.bottom());
+	fData->scaleFactor = screen != nullptr ? float(screen->devicePixelRatio()) : 1.0f;
 	// The keys held while the program starts count until input tells otherwise.
 	if (!fData->modifiersNoted)
 		fData->modifiers = BeModifiers(QGuiApplication::queryKeyboardModifiers());
@@ -440,6 +442,14 @@ NoteModifiers(uint32 modifiers)
 {
 	DisplayServer::Default().fData->modifiers = modifiers;
 	DisplayServer::Default().fData->modifiersNoted = true;
+}
+
+float
+DisplayServer::ScaleFactor()
+{
+	EnsureStarted();
+	std::lock_guard<std::mutex> guard(fData->lock);
+	return fData->scaleFactor;
 }
 
 BRect

@@ -95,6 +95,9 @@ public:
 	// any window exists, it starts Qt, which reads the keys held at launch.
 	uint32 Modifiers();
 	BRect ScreenFrame();
+	// Device pixels per unit of the kits' coordinates on the screen (2 on a
+	// high-density screen).
+	float ScaleFactor();
 
 	// Runs request in the server's thread, after every request posted before.
 	void Post(std::function<void()> request);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
 #include <string>
 
 #include <Application.h>
@@ -9,6 +10,9 @@
 #include <View.h>
 #include <Window.h>
 #include <WindowTester.h>
+
+#include "../../../platform/link/DisplayServer.h"
+#include "platform/storage/TempFolder.h"
 
 using BPrivate::WindowTester;
 
@@ -205,4 +209,60 @@ TEST(DrawingTest, ShapesCoverTheirInclusiveEdgesAndClippingLimitsThem)
 		EXPECT_EQ(kRed, tester.PixelAt(BPoint(69, 60)));
 		EXPECT_EQ(kWhite, tester.PixelAt(BPoint(70, 60)));
 	});
+}
+
+namespace {
+
+// The width and height that a PNG file's header gives.
+BPoint
+PictureSize(const std::string& path)
+{
+	std::ifstream file(path, std::ios::binary);
+	unsigned char header[24] = {};
+	file.read(reinterpret_cast<char*>(header), sizeof(header));
+	auto word = [&](int at) {
+		return float(uint32(header[at]) << 24 | uint32(header[at + 1]) << 16
+			| uint32(header[at + 2]) << 8 | header[at + 3]);
+	};
+	return BPoint(word(16), word(20));
+}
+
+}	// namespace
+
+TEST(DrawingTest, OnADenseScreenWindowsAreDrawnAtTwiceThePixels)
+{
+	// The density is the desktop's from its start: this test needs a process
+	// of its own, as CTest gives it.
+	setenv("QT_SCALE_FACTOR", "2", 1);
+	WindowTester::RunHeadless([] {
+		if (BPrivate::DisplayServer::Default().ScaleFactor() != 2)
+			GTEST_SKIP() << "the display started at another density";
+		// A view with a black line one unit thick along y = 20.
+		class Lined : public BView {
+		public:
+			Lined(BRect frame) : BView(frame, "lined", B_FOLLOW_ALL, B_WILL_DRAW) {}
+
+			void Draw(BRect) override
+			{
+				SetHighColor(make_color(0, 0, 0));
+				StrokeLine(BPoint(10, 20), BPoint(150, 20));
+			}
+		};
+		BWindow* window = new BWindow(BRect(100, 100, 299, 199), "Dense", B_TITLED_WINDOW, 0);
+		BView* view = new Lined(window->Bounds());
+		view->SetViewColor(make_color(255, 255, 255));
+		window->AddChild(view);
+		window->Show();
+		WindowTester tester(window);
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		// The kits keep their coordinates; the picture has four pixels for one.
+		EXPECT_EQ(make_color(0, 0, 0), tester.PixelAt(BPoint(50, 20)));
+		EXPECT_EQ(make_color(255, 255, 255), tester.PixelAt(BPoint(50, 21)));
+		EXPECT_EQ(BPoint(200, 100), tester.ShownSize());
+		TempFolder folder;
+		std::string picture = folder.Path("dense.png");
+		ASSERT_EQ(B_OK, tester.SaveFrame(picture.c_str()));
+		EXPECT_EQ(BPoint(400, 200), PictureSize(picture));
+	});
+	unsetenv("QT_SCALE_FACTOR");
 }
