@@ -14,9 +14,10 @@
 
 GlintApplication* theApp = nullptr;
 
+const char kSignature[] = "application/x-vnd.Brindle-Vellum";
+
 namespace {
 
-const char kSignature[] = "application/x-vnd.Brindle-Vellum";
 const char kInspectorName[] = "Vellum";
 const char kIconWindowName[] = "IconWindow";
 const char kDataWindowPrefix[] = "DataWindow for ";

@@ -11,9 +11,13 @@
 class BrindleFile;
 class GlWindow;
 
+// The application's signature.
+extern const char kSignature[];
+
 // The application: turns nodes that reach the program into inspector windows,
 // remembers window rectangles in the settings file and shows the about box at
 // an ordinary launch.
+
 class GlintApplication : public BApplication, public WindowSlots {
 public:
 	enum {

@@ -55,6 +55,9 @@ main(int argc, char** argv)
 				result = 1;
 			}
 		} else {
+			// One Vellum runs at a time: a later start hands it its nodes.
+			if (BApplication::HandOverLaunch(kSignature, argc, argv))
+				return 0;
 			app = new GlintApplication;
 			app->Run();
 		}

@@ -14,6 +14,7 @@
 #include "../kernel/Threads.h"
 #include "../link/DisplayLoop.h"
 #include "../link/DisplayServer.h"
+#include "../link/LaunchService.h"
 #include "LooperRegistry.h"
 #include "MessagePrivate.h"
 #include "PulseTimer.h"
@@ -43,6 +44,40 @@ ExecutableRef(entry_ref* ref)
 		return B_ENTRY_NOT_FOUND;
 	path[length] = '\0';
 	return get_ref_for_path(path, ref);
+}
+
+std::string
+CurrentFolder()
+{
+	char cwd[PATH_MAX];
+	return getcwd(cwd, sizeof(cwd)) != nullptr ? cwd : "";
+}
+
+// What a launch with arguments asks of the application: the documents of a
+// desktop launch ("--refs" and the paths of entries, read from cwd) as
+// B_REFS_RECEIVED, plain arguments as B_ARGV_RECEIVED.
+BMessage
+LaunchMessage(const std::vector<std::string>& arguments, const std::string& cwd)
+{
+	if (arguments.size() > 1 && arguments[1] == kRefsOption) {
+		BMessage message(B_REFS_RECEIVED);
+		for (size_t i = 2; i < arguments.size(); i++) {
+			std::string path = arguments[i];
+			if (!path.empty() && path[0] != '/' && !cwd.empty())
+				path = cwd + "/" + path;
+			entry_ref ref;
+			if (get_ref_for_path(path.c_str(), &ref) == B_OK)
+				message.AddRef("refs", &ref);
+		}
+		return message;
+	}
+	BMessage message(B_ARGV_RECEIVED);
+	message.AddInt32("argc", static_cast<int32>(arguments.size()));
+	for (const std::string& argument : arguments)
+		message.AddString("argv", argument.c_str());
+	if (!cwd.empty())
+		message.AddString("cwd", cwd.c_str());
+	return message;
 }
 
 }	// namespace
@@ -117,39 +152,35 @@ BApplication::pvReadCommandLine()
 	}
 }
 
+bool
+BApplication::HandOverLaunch(const char* signature, int32 argc, const char* const* argv)
+{
+	auto toApplication = [](const BPrivate::LaunchRequest& request) {
+		BMessage message = LaunchMessage(request.arguments, request.cwd);
+		if (!message.IsEmpty() || message.what == B_ARGV_RECEIVED)
+			be_app_messenger.SendMessage(&message);
+	};
+	if (BPrivate::ClaimLaunchName(signature, toApplication) != B_NAME_IN_USE)
+		return false;
+	// The running application reads relative paths in its own folder: the
+	// ones that name entries here travel as absolute paths.
+	BPrivate::LaunchRequest request;
+	request.cwd = CurrentFolder();
+	for (int32 i = 0; i < argc; i++) {
+		std::string argument = argv[i];
+		if (!argument.empty() && argument[0] != '/' && access(argument.c_str(), F_OK) == 0)
+			argument = request.cwd + "/" + argument;
+		request.arguments.push_back(argument);
+	}
+	return BPrivate::HandOverLaunch(signature, request) == B_OK;
+}
+
 void
 BApplication::SetLaunchArguments(int32 argc, const char* const* argv)
 {
 	fArguments.clear();
 	for (int32 i = 0; i < argc && argv != nullptr; i++)
 		fArguments.push_back(argv[i] != nullptr ? argv[i] : "");
-}
-
-BMessage
-BApplication::pvArgvMessage() const
-{
-	BMessage message(B_ARGV_RECEIVED);
-	message.AddInt32("argc", static_cast<int32>(fArguments.size()));
-	for (const std::string& argument : fArguments)
-		message.AddString("argv", argument.c_str());
-	char cwd[PATH_MAX];
-	if (getcwd(cwd, sizeof(cwd)) != nullptr)
-		message.AddString("cwd", cwd);
-	return message;
-}
-
-// The documents of a desktop launch: every argument after the option that
-// names an entry.
-BMessage
-BApplication::pvRefsMessage() const
-{
-	BMessage message(B_REFS_RECEIVED);
-	for (size_t i = 2; i < fArguments.size(); i++) {
-		entry_ref ref;
-		if (get_ref_for_path(fArguments[i].c_str(), &ref) == B_OK)
-			message.AddRef("refs", &ref);
-	}
-	return message;
 }
 
 // #pragma mark - running
@@ -160,8 +191,7 @@ BApplication::Run()
 	if (fInitStatus != B_OK)
 		return fInitStatus;
 	if (fArguments.size() > 1) {
-		BMessage* launch = new BMessage(fArguments[1] == kRefsOption
-			? pvRefsMessage() : pvArgvMessage());
+		BMessage* launch = new BMessage(LaunchMessage(fArguments, CurrentFolder()));
 		BPrivate::MessageAccess::SetTarget(launch, pvToken());
 		if (launch->IsEmpty())
 			delete launch;

@@ -60,14 +60,19 @@ public:
 	int32 CountLoopers() const;
 	BLooper* LooperAt(int32 index) const;
 
+	// Single launch, as the roster keeps it: when another process of the
+	// desktop runs with signature, hands it this launch's arguments (which
+	// reach it as B_REFS_RECEIVED or B_ARGV_RECEIVED, as they would here) and
+	// returns true; otherwise claims the signature for this process, so that
+	// later launches come here, and returns false.
+	static bool HandOverLaunch(const char* signature, int32 argc, const char* const* argv);
+
 protected:
 	void SetLaunchArguments(int32 argc, const char* const* argv);
 
 private:
 	void pvInit(const char* signature);
 	void pvReadCommandLine();
-	BMessage pvArgvMessage() const;
-	BMessage pvRefsMessage() const;
 	void pvDispatchArgv(BMessage* message);
 	bool pvQuitWindows();
 	void pvCloseWindows();

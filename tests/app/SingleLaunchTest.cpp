@@ -1,0 +1,84 @@
+// One Vellum runs at a time: a later start hands its nodes to the running one
+// over the session bus and ends.
+#include <gtest/gtest.h>
+
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <string>
+
+#include <Application.h>
+#include <Window.h>
+#include <WindowTester.h>
+
+#include "GlintApplication.h"
+#include "Utils.h"
+#include "app/AppTestSupport.h"
+#include "support/PrivateBus.h"
+
+extern char** environ;
+
+using BPrivate::WindowTester;
+
+namespace {
+
+// Starts the program with arguments in folder and waits for its exit status.
+int
+RunProgram(const std::string& folder, const std::vector<std::string>& arguments)
+{
+	std::vector<char*> argv;
+	for (const std::string& argument : arguments)
+		argv.push_back(const_cast<char*>(argument.c_str()));
+	argv.push_back(nullptr);
+	posix_spawn_file_actions_t actions;
+	posix_spawn_file_actions_init(&actions);
+	posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+	pid_t child;
+	int failed = posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
+	posix_spawn_file_actions_destroy(&actions);
+	if (failed != 0)
+		return -1;
+	int status;
+	waitpid(child, &status, 0);
+	return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Whether a window titled title shows up within ten seconds.
+bool
+WindowTitledShowsUp(const char* title)
+{
+	for (int32 tries = 0; tries < 10000; tries++) {
+		if (FindFrontWindow(nullptr, title) != nullptr)
+			return true;
+		snooze(1000);
+	}
+	return false;
+}
+
+}	// namespace
+
+TEST(SingleLaunchTest, ALaterLaunchHandsItsNodesToTheRunningOne)
+{
+	TempFolder folder;
+	PrivateBus bus(folder);
+	ASSERT_FALSE(bus.Address().empty()) << "dbus-daemon did not start";
+	setenv("DBUS_SESSION_BUS_ADDRESS", bus.Address().c_str(), 1);
+	setenv("QT_QPA_PLATFORM", "offscreen", 1);
+	std::string second = folder.File("second.txt", "2");
+	folder.File("third.txt", "3");
+	WindowTester::HoldModifiers(B_SHIFT_KEY);
+
+	// The first launch claims the signature and runs.
+	const char* first[] = {"vellum"};
+	ASSERT_FALSE(BApplication::HandOverLaunch(kSignature, 1, first));
+	WindowTester::RunApplicationHeadless([] { return new GlintApplication; }, [&] {
+		// Later ones hand over their refs, or their plain arguments, and end.
+		EXPECT_EQ(0, RunProgram(folder.Root(), {VELLUM_PROGRAM, "--refs", second}));
+		EXPECT_TRUE(WindowTitledShowsUp("Vellum: second.txt"));
+		EXPECT_EQ(0, RunProgram(folder.Root(), {VELLUM_PROGRAM, "third.txt", "ignored"}));
+		EXPECT_TRUE(WindowTitledShowsUp("Vellum: third.txt"))
+			<< "plain arguments are read in the folder of the later launch";
+	});
+	unsetenv("DBUS_SESSION_BUS_ADDRESS");
+}
