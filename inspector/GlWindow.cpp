@@ -242,14 +242,22 @@ GlWindow::pvEditCommand(BMessage* msg)
 		list->MessageReceived(msg);
 }
 
-// The chosen nodes go to the application, which finds them windows. The panel
-// stays for the life of the program.
+// The chosen nodes go to the application, which finds them windows. One panel
+// serves every inspector window for the life of the program, so that it opens
+// where the user left it; it shows the folder of this window's node, if any.
 void
 GlWindow::pvOpenFilePanel()
 {
-	BMessage message(B_REFS_RECEIVED);
-	BFilePanel* panel = new BFilePanel(B_OPEN_PANEL, nullptr, nullptr,
-		B_FILE_NODE | B_DIRECTORY_NODE, true, &message, nullptr, false, true);
+	static BFilePanel* panel = [] {
+		BMessage message(B_REFS_RECEIVED);
+		return new BFilePanel(B_OPEN_PANEL, nullptr, nullptr,
+			B_FILE_NODE | B_DIRECTORY_NODE, true, &message, nullptr, false, true);
+	}();
+	BEntry folder;
+	entry_ref folderRef;
+	if (File() != nullptr && File()->GetParent(&folder) == B_OK
+		&& folder.GetRef(&folderRef) == B_OK)
+		panel->SetPanelDirectory(&folderRef);
 	panel->Show();
 }
 

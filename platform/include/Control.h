@@ -60,6 +60,7 @@ private:
 	bool fHasLabel;
 	int32 fValue = B_CONTROL_OFF;
 	bool fEnabled = true;
+	bool fNavigableWhenEnabled = false;
 	bool fFocusChanging = false;
 	bool fTracking = false;
 };

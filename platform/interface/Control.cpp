@@ -30,8 +30,9 @@ BControl::AttachedToWindow()
 void
 BControl::MakeFocus(bool focus)
 {
-	// Losing the focus is told after the window moved it on.
-	if (focus && IsFocus())
+	// Losing the focus is told after the window moved it on; a disabled
+	// control takes none.
+	if (focus && (IsFocus() || !fEnabled))
 		return;
 	fFocusChanging = true;
 	BView::MakeFocus(focus);
@@ -90,6 +91,12 @@ BControl::SetEnabled(bool enabled)
 	if (enabled == fEnabled)
 		return;
 	fEnabled = enabled;
+	// Keyboard navigation passes over a disabled control.
+	if (!enabled) {
+		fNavigableWhenEnabled = (Flags() & B_NAVIGABLE) != 0;
+		SetFlags(Flags() & ~B_NAVIGABLE);
+	} else if (fNavigableWhenEnabled)
+		SetFlags(Flags() | B_NAVIGABLE);
 	if (!enabled && IsFocus())
 		MakeFocus(false);
 	Invalidate();

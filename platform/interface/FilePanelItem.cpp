@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <string>
 
 #include <Node.h>
 #include <NodeInfo.h>
@@ -18,6 +19,28 @@ const float kIconSize = B_MINI_ICON;
 const float kIconLeft = 3;
 // The room the icon takes before the text (which starts 4 further in).
 const float kIconRoom = kIconLeft + kIconSize;
+// The text's margins within its part of the row.
+const float kTextMargins = 8;
+const char kEllipsis[] = "\xE2\x80\xA6";
+
+// name, or its longest beginning that fits width with an ellipsis after it;
+// characters are not split.
+std::string
+Shortened(BView* owner, const std::string& name, float width)
+{
+	if (owner->StringWidth(name.c_str()) <= width)
+		return name;
+	size_t length = name.size();
+	while (length > 0) {
+		do
+			length--;
+		while (length > 0 && (uint8(name[length]) & 0xC0) == 0x80);
+		std::string shown = name.substr(0, length) + kEllipsis;
+		if (owner->StringWidth(shown.c_str()) <= width)
+			return shown;
+	}
+	return kEllipsis;
+}
 
 }	// namespace
 
@@ -53,8 +76,15 @@ FilePanelItem::DrawItem(BView* owner, BRect frame, bool complete)
 		owner->DrawBitmap(fIcon.get(), BPoint(frame.left + kIconLeft, top));
 		owner->SetDrawingMode(mode);
 	}
-	BStringItem::DrawItem(owner, BRect(strip.right + 1, frame.top, frame.right, frame.bottom),
-		complete);
+	// A name too long for the row ends with an ellipsis.
+	BRect textFrame(strip.right + 1, frame.top, frame.right, frame.bottom);
+	std::string name = Text() != nullptr ? Text() : "";
+	std::string shown = Shortened(owner, name, textFrame.Width() - kTextMargins);
+	if (shown != name)
+		SetText(shown.c_str());
+	BStringItem::DrawItem(owner, textFrame, complete);
+	if (shown != name)
+		SetText(name.c_str());
 }
 
 void

@@ -57,13 +57,12 @@ DefaultTitle(file_panel_mode mode)
 	return title;
 }
 
-// Where a panel without a start folder opens: the working directory.
+// Where a panel without a start folder opens: the user's home folder.
 std::string
 StartPath()
 {
-	std::error_code error;
-	std::filesystem::path path = std::filesystem::current_path(error);
-	return error ? std::string("/") : path.string();
+	const char* home = getenv("HOME");
+	return home != nullptr && home[0] == '/' ? std::string(home) : std::string("/");
 }
 
 std::string
@@ -370,9 +369,10 @@ FilePanelWindow::pvMakeItem(const std::filesystem::directory_entry& entry,
 		return nullptr;
 	uint32 target = flavor;
 	if (flavor == B_SYMLINK_NODE) {
+		// A broken link is a node of its own, chosen as a file is.
 		std::filesystem::file_status status = entry.status(error);
-		if (!error)
-			target = FlavorOf(status.type());
+		target = error ? uint32(B_FILE_NODE) : FlavorOf(status.type());
+		error.clear();
 	}
 	struct stat st;
 	if (fFilter != nullptr

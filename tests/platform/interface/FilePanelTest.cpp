@@ -325,6 +325,24 @@ TEST(FilePanelTest, ListsFoldersFirstByNameAndGreysWhatCannotBeChosen)
 	});
 }
 
+TEST(FilePanelTest, ABrokenLinkCanBeChosenAndAPanelWithoutAFolderOpensAtHome)
+{
+	TempFolder home;
+	home.File("at-home");
+	symlink("nowhere", home.Path("broken").c_str());
+	std::string previous = getenv("HOME") != nullptr ? getenv("HOME") : "";
+	setenv("HOME", home.Root().c_str(), 1);
+	WindowTester::RunHeadless([] {
+		CountingPanel panel(B_OPEN_PANEL, nullptr, B_FILE_NODE | B_DIRECTORY_NODE, true);
+		panel.Show();
+		WindowTester tester(panel.Window());
+		ASSERT_EQ(B_OK, tester.WaitForIdle());
+		// A link to nothing is a node too: it can be chosen, to be re-linked.
+		EXPECT_EQ("at-home|broken|", Rows(panel.Window()));
+	});
+	setenv("HOME", previous.c_str(), 1);
+}
+
 TEST(FilePanelTest, EntersFoldersByDoubleClickOrEnterAndGoesUp)
 {
 	WithPanel(0, true, [](const TempFolder& folder, CountingPanel& panel,
@@ -658,6 +676,7 @@ TEST(FilePanelTest, TabGoesDownTheWindow)
 			window->Unlock();
 			tester.TypeKey(B_TAB);
 		}
-		EXPECT_EQ("entries|cancel|default|up|path|", order);
+		// The default button is disabled while nothing is chosen: Tab passes it.
+		EXPECT_EQ("entries|cancel|up|path|entries|", order);
 	});
 }
