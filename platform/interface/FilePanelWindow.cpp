@@ -20,6 +20,7 @@
 #include <TextView.h>
 
 #include "FilePanelItem.h"
+#include "FilePanelList.h"
 
 namespace BPrivate {
 
@@ -122,9 +123,9 @@ FilePanelWindow::pvBuildViews(bool multipleSelection)
 	float top = up.bottom + kMargin + 2;
 	float bottom = (fNameField != nullptr ? fNameField->Frame().top : fDefaultButton->Frame().top)
 		- kMargin - 2;
-	fList = new BListView(BRect(kMargin + 2, top, bounds.right - kMargin - 2
+	fList = new FilePanelList(BRect(kMargin + 2, top, bounds.right - kMargin - 2
 		- B_V_SCROLL_BAR_WIDTH, bottom), "entries",
-		multipleSelection ? B_MULTIPLE_SELECTION_LIST : B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL);
+		multipleSelection ? B_MULTIPLE_SELECTION_LIST : B_SINGLE_SELECTION_LIST);
 	fList->SetSelectionMessage(new BMessage(kSelected));
 	fList->SetInvocationMessage(new BMessage(kInvoked));
 	background->AddChild(new BScrollView("scroller", fList, B_FOLLOW_ALL, 0, false, true));

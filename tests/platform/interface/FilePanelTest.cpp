@@ -396,8 +396,10 @@ TEST(FilePanelTest, OpenSendsTheChosenRefsToTheTargetAndHides)
 	WithPanel(0, true, [](const TempFolder& folder, CountingPanel& panel,
 		WindowTester& tester, Recorder& recorder, BLooper*) {
 		BWindow* window = panel.Window();
+		// Shift+click chooses a range, Ctrl+click adds or takes away one entry.
 		tester.Click(RowPoint(window, "a.txt"));
 		tester.Click(RowPoint(window, "C.txt"), B_SHIFT_KEY);
+		tester.Click(RowPoint(window, "b.txt"), B_COMMAND_KEY);
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		EXPECT_GT(panel.selections, 0);
 		tester.Click(ViewPoint(window, "default"));
@@ -441,7 +443,7 @@ TEST(FilePanelTest, WithoutATargetTheApplicationGetsTheRefs)
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		EXPECT_EQ(be_app_messenger, panel.Messenger());
 		tester.Click(RowPoint(panel.Window(), "beta"));
-		tester.Click(RowPoint(panel.Window(), "b.txt"), B_SHIFT_KEY);
+		tester.Click(RowPoint(panel.Window(), "b.txt"), B_COMMAND_KEY);
 		tester.TypeKey(B_ENTER);
 		ASSERT_TRUE(recorder.WaitFor(1));
 		EXPECT_EQ(folder.Path("beta") + "|" + folder.Path("b.txt") + "|",
@@ -499,7 +501,7 @@ TEST(FilePanelTest, AFolderPanelChoosesTheSelectedOrTheOpenFolder)
 		EXPECT_TRUE(panel.IsShowing());
 
 		// One row at a time, and a file is not selected at all.
-		tester.Click(RowPoint(window, "Alpha"), B_SHIFT_KEY);
+		tester.Click(RowPoint(window, "Alpha"), B_COMMAND_KEY);
 		tester.Click(RowPoint(window, "a.txt"));
 		ASSERT_EQ(B_OK, tester.WaitForIdle());
 		EXPECT_EQ("Alpha|", Selection(window));
