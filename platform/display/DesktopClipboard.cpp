@@ -23,10 +23,9 @@ AskServer(const std::function<status_t()>& request)
 	if (!server.CanWaitForRequests())
 		return B_NO_INIT;
 	server.EnsureStarted();
-	auto answer = std::make_shared<ServerAnswer<status_t>>();
-	server.Post([answer, request] { answer->Set(request()); });
-	status_t status;
-	return answer->Wait(kAnswerTimeout, &status) ? status : B_TIMED_OUT;
+	status_t status = B_TIMED_OUT;
+	server.Ask(request, &status, kAnswerTimeout);
+	return status;
 }
 
 }	// namespace

@@ -78,10 +78,9 @@ AskServer(std::function<status_t()> work)
 	server.EnsureStarted();
 	if (!server.CanWaitForRequests())
 		return work();
-	auto answer = std::make_shared<ServerAnswer<status_t>>();
-	server.Post([work, answer] { answer->Set(work()); });
-	status_t status;
-	return answer->Wait(kAnswerTimeout, &status) ? status : B_TIMED_OUT;
+	status_t status = B_TIMED_OUT;
+	server.Ask(work, &status, kAnswerTimeout);
+	return status;
 }
 
 }	// namespace

@@ -101,6 +101,15 @@ public:
 
 	// Runs request in the server's thread, after every request posted before.
 	void Post(std::function<void()> request);
+	// Runs request there and waits for what it returns into result; B_TIMED_OUT
+	// when no answer came within timeout microseconds.
+	template<typename T>
+	status_t Ask(std::function<T()> request, T* result, bigtime_t timeout = 10000000)
+	{
+		auto answer = std::make_shared<ServerAnswer<T>>();
+		Post([answer, request] { answer->Set(request()); });
+		return answer->Wait(timeout, result) ? B_OK : B_TIMED_OUT;
+	}
 	// Waits until the server has carried out every request posted before the call.
 	status_t Sync(bigtime_t timeout = 10000000);
 	// Whether the calling thread may post a request and wait for its answer:

@@ -18,8 +18,6 @@ namespace BPrivate {
 
 namespace {
 
-const bigtime_t kAnswerTimeout = 10000000;
-
 Qt::KeyboardModifiers
 QtModifiers(uint32 modifiers)
 {
@@ -204,43 +202,41 @@ TestHoldModifiers(uint32 modifiers)
 	NoteModifiers(modifiers);
 }
 
+namespace {
+
+// What ask makes of the window's on-screen side (none: what T makes of nothing).
+template<typename T>
+T
+AskWindow(int32 id, std::function<T(FrameWindow*)> ask)
+{
+	T result{};
+	DisplayServer::Default().Ask<T>([id, ask] {
+		FrameWindow* window = FindFrameWindow(id);
+		return window != nullptr ? ask(window) : T{};
+	}, &result);
+	return result;
+}
+
+}	// namespace
+
 int32
 TestFlashes(int32 id)
 {
-	auto answer = std::make_shared<ServerAnswer<int32>>();
-	DisplayServer::Default().Post([id, answer] {
-		FrameWindow* window = FindFrameWindow(id);
-		answer->Set(window != nullptr ? window->CountFlashes() : 0);
-	});
-	int32 flashes = 0;
-	answer->Wait(kAnswerTimeout, &flashes);
-	return flashes;
+	return AskWindow<int32>(id, [](FrameWindow* window) { return window->CountFlashes(); });
 }
 
 std::string
 TestShownTitle(int32 id)
 {
-	auto answer = std::make_shared<ServerAnswer<std::string>>();
-	DisplayServer::Default().Post([id, answer] {
-		FrameWindow* window = FindFrameWindow(id);
-		answer->Set(window != nullptr ? window->title().toStdString() : std::string());
-	});
-	std::string title;
-	answer->Wait(kAnswerTimeout, &title);
-	return title;
+	return AskWindow<std::string>(id,
+		[](FrameWindow* window) { return window->title().toStdString(); });
 }
 
 BPoint
 TestShownSize(int32 id)
 {
-	auto answer = std::make_shared<ServerAnswer<BPoint>>();
-	DisplayServer::Default().Post([id, answer] {
-		FrameWindow* window = FindFrameWindow(id);
-		answer->Set(window != nullptr ? BPoint(window->width(), window->height()) : BPoint());
-	});
-	BPoint size;
-	answer->Wait(kAnswerTimeout, &size);
-	return size;
+	return AskWindow<BPoint>(id,
+		[](FrameWindow* window) { return BPoint(window->width(), window->height()); });
 }
 
 status_t
