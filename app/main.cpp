@@ -14,6 +14,29 @@
 namespace {
 
 const char kScreenshotOption[] = "--screenshot";
+const char kUsage[] =
+	"usage: vellum [PATH...]                      open the nodes (files, folders, links)\n"
+	"       vellum --refs PATH...                 open exactly these paths\n"
+	"       vellum --screenshot FILE.png [PATH]   draw PATH's window into FILE.png\n"
+	"       vellum --help                         show this\n";
+
+bool
+IsHelp(const char* argument)
+{
+	return strcmp(argument, "--help") == 0 || strcmp(argument, "-h") == 0;
+}
+
+// Windows need a display; Qt's offscreen platform stands for one on request.
+bool
+HasDisplay()
+{
+	for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+		const char* value = getenv(variable);
+		if (value != nullptr && value[0] != '\0')
+			return true;
+	}
+	return false;
+}
 
 // The screenshot's node must exist; true when the command line can be used.
 bool
@@ -35,7 +58,16 @@ CheckScreenshotArguments(int argc, char** argv)
 int
 main(int argc, char** argv)
 {
+	if (argc > 1 && IsHelp(argv[1])) {
+		fputs(kUsage, stdout);
+		return 0;
+	}
 	bool screenshot = argc > 1 && strcmp(argv[1], kScreenshotOption) == 0;
+	if (!screenshot && !HasDisplay()) {
+		fprintf(stderr, "vellum: there is no display (neither DISPLAY nor WAYLAND_DISPLAY is "
+			"set); draw a window into a picture with --screenshot instead\n%s", kUsage);
+		return 1;
+	}
 	if (screenshot) {
 		if (!CheckScreenshotArguments(argc, argv))
 			return 2;

@@ -1,9 +1,11 @@
 #include "Canvas.h"
 
+#include <cstdio>
 #include <cstring>
 #include <string_view>
 #include <unordered_map>
 
+#include <QBuffer>
 #include <QFont>
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -510,7 +512,16 @@ Canvas::SavePNG(const char* path)
 {
 	if (fData->painter.isActive())
 		fData->painter.end();
-	return fData->Image().save(QString::fromUtf8(path), "PNG") ? B_OK : B_ERROR;
+	QByteArray png;
+	QBuffer buffer(&png);
+	if (!fData->Image().save(&buffer, "PNG"))
+		return B_ERROR;
+	// The file is named by exactly the bytes given, whatever their encoding.
+	FILE* file = fopen(path, "wb");
+	if (file == nullptr)
+		return B_ERROR;
+	bool written = fwrite(png.constData(), 1, size_t(png.size()), file) == size_t(png.size());
+	return fclose(file) == 0 && written ? B_OK : B_ERROR;
 }
 
 // #pragma mark - fonts

@@ -1,9 +1,11 @@
-// One Vellum runs at a time: a later start hands its nodes to the running one
-// over the session bus and ends.
+// The program on the command line: help and a missing display answer at once,
+// a picture goes where it is told, and one Vellum runs at a time: a later start
+// hands its nodes to the running one over the session bus and ends.
 #include <gtest/gtest.h>
 
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <string>
@@ -23,10 +25,20 @@ using BPrivate::WindowTester;
 
 namespace {
 
-// Starts the program with arguments in folder and waits for its exit status.
+// Starts the program with arguments in folder and waits for its exit status;
+// with display false, without any display in its environment.
 int
-RunProgram(const std::string& folder, const std::vector<std::string>& arguments)
+RunProgram(const std::string& folder, const std::vector<std::string>& arguments,
+	bool display = true)
 {
+	std::vector<char*> environment;
+	for (char** variable = environ; *variable != nullptr; variable++) {
+		std::string entry = *variable;
+		if (display || (entry.rfind("DISPLAY=", 0) != 0 && entry.rfind("WAYLAND_DISPLAY=", 0) != 0
+				&& entry.rfind("QT_QPA_PLATFORM=", 0) != 0))
+			environment.push_back(*variable);
+	}
+	environment.push_back(nullptr);
 	std::vector<char*> argv;
 	for (const std::string& argument : arguments)
 		argv.push_back(const_cast<char*>(argument.c_str()));
@@ -35,7 +47,8 @@ RunProgram(const std::string& folder, const std::vector<std::string>& arguments)
 	posix_spawn_file_actions_init(&actions);
 	posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
 	pid_t child;
-	int failed = posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
+	int failed = posix_spawn(&child, argv[0], &actions, nullptr, argv.data(),
+		environment.data());
 	posix_spawn_file_actions_destroy(&actions);
 	if (failed != 0)
 		return -1;
@@ -58,7 +71,7 @@ WindowTitledShowsUp(const char* title)
 
 }	// namespace
 
-TEST(SingleLaunchTest, ALaterLaunchHandsItsNodesToTheRunningOne)
+TEST(CommandLineTest, ALaterLaunchHandsItsNodesToTheRunningOne)
 {
 	TempFolder folder;
 	PrivateBus bus(folder);
@@ -81,4 +94,20 @@ TEST(SingleLaunchTest, ALaterLaunchHandsItsNodesToTheRunningOne)
 			<< "plain arguments are read in the folder of the later launch";
 	});
 	unsetenv("DBUS_SESSION_BUS_ADDRESS");
+}
+
+TEST(CommandLineTest, HelpAnswersAndAMissingDisplayIsSaidAtOnce)
+{
+	TempFolder folder;
+	EXPECT_EQ(0, RunProgram(folder.Root(), {VELLUM_PROGRAM, "--help"}, false));
+	EXPECT_EQ(1, RunProgram(folder.Root(), {VELLUM_PROGRAM}, false));
+	EXPECT_EQ(1, RunProgram(folder.Root(), {VELLUM_PROGRAM, "--refs", folder.Root()}, false));
+}
+
+TEST(CommandLineTest, APictureIsWrittenUnderExactlyTheBytesOfItsName)
+{
+	TempFolder folder;
+	std::string picture = folder.Path("window-\xff\xfe.png");
+	EXPECT_EQ(0, RunProgram(folder.Root(), {VELLUM_PROGRAM, "--screenshot", picture}, false));
+	EXPECT_EQ(0, access(picture.c_str(), R_OK)) << "not written under its own name";
 }
