@@ -151,24 +151,24 @@ ToQFont(const FontSpec& font)
 	return result;
 }
 
-// A font spec that owns its strings, as the metrics cache keeps it.
+// A font wanted that owns its strings, as the metrics cache keeps it.
 struct FontKey {
 	std::string family;
 	std::string style;
 	float size;
 	uint8 traits;
 
-	explicit FontKey(const FontSpec& spec)
-		: family(spec.family), style(spec.style), size(spec.size), traits(spec.traits)
+	explicit FontKey(const FontSpec& wanted)
+		: family(wanted.family), style(wanted.style), size(wanted.size), traits(wanted.traits)
 	{
 	}
 };
 
 bool
-SameFont(const FontKey& key, const FontSpec& spec)
+SameFont(const FontKey& key, const FontSpec& wanted)
 {
-	return key.size == spec.size && key.traits == spec.traits && key.family == spec.family
-		&& key.style == spec.style;
+	return key.size == wanted.size && key.traits == wanted.traits && key.family == wanted.family
+		&& key.style == wanted.style;
 }
 
 // Hashes and compares specs and keys alike, so a lookup copies no string.
@@ -185,9 +185,9 @@ struct FontHash {
 		return hash;
 	}
 
-	size_t operator()(const FontSpec& spec) const
+	size_t operator()(const FontSpec& wanted) const
 	{
-		return Hash(spec.family, spec.style, spec.size, spec.traits);
+		return Hash(wanted.family, wanted.style, wanted.size, wanted.traits);
 	}
 
 	size_t operator()(const FontKey& key) const
@@ -204,14 +204,14 @@ struct FontEqual {
 		return SameFont(a, FontSpec{b.family.c_str(), b.style.c_str(), b.size, b.traits});
 	}
 
-	bool operator()(const FontKey& key, const FontSpec& spec) const
+	bool operator()(const FontKey& key, const FontSpec& wanted) const
 	{
-		return SameFont(key, spec);
+		return SameFont(key, wanted);
 	}
 
-	bool operator()(const FontSpec& spec, const FontKey& key) const
+	bool operator()(const FontSpec& wanted, const FontKey& key) const
 	{
-		return SameFont(key, spec);
+		return SameFont(key, wanted);
 	}
 };
 
