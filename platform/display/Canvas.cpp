@@ -151,7 +151,7 @@ ToQFont(const FontSpec& font)
 	return result;
 }
 
-// A font wanted that owns its strings, as the metrics cache keeps it.
+// A font description that owns its strings, as the metrics cache keeps it.
 struct FontKey {
 	std::string family;
 	std::string style;
