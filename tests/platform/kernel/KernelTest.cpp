@@ -197,17 +197,26 @@ TEST(LockerTest, AutolockHoldsForItsScopeOrUntilUnlocked)
 	}
 	EXPECT_FALSE(locker.IsLocked());
 
-	// A lock held elsewhere is waited for, not stolen.
+	// A lock held elsewhere is waited for, not stolen: the waiter gets it only
+	// after the holder let it go.
 	ASSERT_TRUE(locker.Lock());
-	bool heldInside = false;
+	std::atomic<bool> trying = false, released = false;
+	bool heldInside = false, gotItAfterRelease = false;
 	std::thread waiter([&] {
+		trying = true;
 		BAutolock lock(locker);
+		gotItAfterRelease = released;
 		heldInside = lock.IsLocked() && locker.LockingThread() == find_thread(nullptr);
 	});
-	snooze(20000);
+	while (!trying)
+		std::this_thread::yield();
+	for (int32 i = 0; i < 1000; i++)
+		std::this_thread::yield();
+	released = true;
 	locker.Unlock();
 	waiter.join();
 	EXPECT_TRUE(heldInside);
+	EXPECT_TRUE(gotItAfterRelease);
 }
 
 TEST(TimeTest, SystemTimeIsMonotonicMicroseconds)
