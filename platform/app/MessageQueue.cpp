@@ -1,12 +1,20 @@
 #include <MessageQueue.h>
 
 #include <algorithm>
+#include <deque>
 
-BMessageQueue::BMessageQueue() = default;
+// The messages, oldest first.
+struct BMessageQueue::Messages : std::deque<BMessage*> {
+};
+
+BMessageQueue::BMessageQueue()
+	: fMessages(std::make_unique<Messages>())
+{
+}
 
 BMessageQueue::~BMessageQueue()
 {
-	for (BMessage* message : fMessages)
+	for (BMessage* message : *fMessages)
 		delete message;
 }
 
@@ -16,33 +24,33 @@ BMessageQueue::AddMessage(BMessage* message)
 	if (message == nullptr)
 		return;
 	BAutolock lock(fLock);
-	fMessages.push_back(message);
+	fMessages->push_back(message);
 }
 
 void
 BMessageQueue::pvAddFirst(BMessage* message)
 {
 	BAutolock lock(fLock);
-	fMessages.push_front(message);
+	fMessages->push_front(message);
 }
 
 void
 BMessageQueue::RemoveMessage(BMessage* message)
 {
 	BAutolock lock(fLock);
-	auto found = std::find(fMessages.begin(), fMessages.end(), message);
-	if (found != fMessages.end())
-		fMessages.erase(found);
+	auto found = std::find(fMessages->begin(), fMessages->end(), message);
+	if (found != fMessages->end())
+		fMessages->erase(found);
 }
 
 BMessage*
 BMessageQueue::NextMessage()
 {
 	BAutolock lock(fLock);
-	if (fMessages.empty())
+	if (fMessages->empty())
 		return nullptr;
-	BMessage* message = fMessages.front();
-	fMessages.pop_front();
+	BMessage* message = fMessages->front();
+	fMessages->pop_front();
 	return message;
 }
 
@@ -50,16 +58,16 @@ BMessage*
 BMessageQueue::FindMessage(int32 index) const
 {
 	BAutolock lock(fLock);
-	if (index < 0 || static_cast<size_t>(index) >= fMessages.size())
+	if (index < 0 || static_cast<size_t>(index) >= fMessages->size())
 		return nullptr;
-	return fMessages[index];
+	return (*fMessages)[index];
 }
 
 BMessage*
 BMessageQueue::FindMessage(uint32 what, int32 index) const
 {
 	BAutolock lock(fLock);
-	for (BMessage* message : fMessages) {
+	for (BMessage* message : *fMessages) {
 		if (message->what == what && index-- == 0)
 			return message;
 	}
@@ -70,7 +78,7 @@ int32
 BMessageQueue::CountMessages() const
 {
 	BAutolock lock(fLock);
-	return static_cast<int32>(fMessages.size());
+	return static_cast<int32>(fMessages->size());
 }
 
 bool

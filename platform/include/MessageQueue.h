@@ -1,7 +1,7 @@
 #ifndef _MESSAGE_QUEUE_H
 #define _MESSAGE_QUEUE_H
 
-#include <deque>
+#include <memory>
 
 #include <Autolock.h>
 #include <Locker.h>
@@ -34,7 +34,8 @@ private:
 	void pvAddFirst(BMessage* message);
 
 	mutable BLocker fLock;
-	std::deque<BMessage*> fMessages;
+	struct Messages;
+	std::unique_ptr<Messages> fMessages;
 };
 
 #endif
