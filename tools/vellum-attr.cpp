@@ -1,12 +1,16 @@
 // vellum-attr: lists, reads, writes and removes the typed attributes of a node.
 
+#include <fcntl.h>
+#include <strings.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <iterator>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -22,7 +26,12 @@ const char kUsage[] =
 	"       vellum-attr set PATH NAME TYPE VALUE\n"
 	"       vellum-attr rm PATH NAME\n"
 	"TYPE is a four-character code (LONG, CSTR, DBLE, ...) or 0x and eight hex\n"
-	"digits; VALUE is read by type, or is @FILE for raw bytes from a file.\n";
+	"digits; VALUE is read by type (integers in decimal, or hex after 0x, within\n"
+	"the type's range), or is @FILE for raw bytes from a file of at most 64 KiB.\n"
+	"Type 0 would remove the attribute: use rm for that.\n";
+
+// The largest value Linux keeps in one attribute.
+const size_t kMaxValueSize = 65536;
 
 const char*
 StatusText(status_t status)
@@ -71,6 +80,7 @@ TypeText(type_code type)
 	return text;
 }
 
+// Four characters, or "0x" and exactly eight hex digits.
 bool
 ParseType(const char* text, type_code* type)
 {
@@ -79,11 +89,122 @@ ParseType(const char* text, type_code* type)
 			| (type_code(uint8(text[2])) << 8) | uint8(text[3]);
 		return true;
 	}
-	char* end;
 	if (strncmp(text, "0x", 2) != 0 || strlen(text) != 10)
 		return false;
-	*type = static_cast<type_code>(strtoul(text + 2, &end, 16));
-	return *end == '\0';
+	for (const char* digit = text + 2; *digit != '\0'; digit++) {
+		if (!isxdigit(static_cast<unsigned char>(*digit)))
+			return false;
+	}
+	*type = static_cast<type_code>(strtoul(text + 2, nullptr, 16));
+	return true;
+}
+
+// The bytes of the file at path, at most kMaxValueSize of them.
+bool
+ReadValueFile(const char* path, std::vector<char>* bytes, std::string* problem)
+{
+	int file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+	struct stat st;
+	if (file < 0 || fstat(file, &st) != 0) {
+		*problem = std::string(path) + ": " + strerror(errno);
+		if (file >= 0)
+			close(file);
+		return false;
+	}
+	if (S_ISDIR(st.st_mode)) {
+		close(file);
+		*problem = std::string(path) + ": is a folder, not a file";
+		return false;
+	}
+	bytes->resize(kMaxValueSize + 1);
+	size_t length = 0;
+	ssize_t got;
+	while (length < bytes->size()
+		&& (got = read(file, bytes->data() + length, bytes->size() - length)) != 0) {
+		if (got < 0 && errno == EINTR)
+			continue;
+		if (got < 0) {
+			*problem = std::string(path) + ": " + strerror(errno);
+			close(file);
+			return false;
+		}
+		length += size_t(got);
+	}
+	close(file);
+	if (length > kMaxValueSize) {
+		*problem = std::string(path) + ": more than 64 KiB, the most Linux keeps in an attribute";
+		return false;
+	}
+	bytes->resize(length);
+	return true;
+}
+
+// An integer as typed: decimal, or hex after "0x" (a leading zero is no octal).
+bool
+ParseInteger(const char* text, bool isUnsigned, long long* value, unsigned long long* unsignedValue)
+{
+	const char* digits = text;
+	bool negative = *digits == '-';
+	if (*digits == '-' || *digits == '+')
+		digits++;
+	int base = strncasecmp(digits, "0x", 2) == 0 ? 16 : 10;
+	if (base == 16)
+		digits += 2;
+	if (!isxdigit(static_cast<unsigned char>(*digits)) || (isUnsigned && negative))
+		return false;
+	char* end;
+	errno = 0;
+	unsigned long long magnitude = strtoull(digits, &end, base);
+	if (*end != '\0' || errno == ERANGE)
+		return false;
+	*unsignedValue = magnitude;
+	if (isUnsigned)
+		return true;
+	if (magnitude > (negative ? 1ULL << 63 : (1ULL << 63) - 1))
+		return false;
+	*value = negative ? static_cast<long long>(0 - magnitude) : static_cast<long long>(magnitude);
+	return true;
+}
+
+// The size in bytes of an integer type, and whether it is unsigned.
+size_t
+IntegerSize(type_code type, bool* isUnsigned)
+{
+	*isUnsigned = type == B_UINT8_TYPE || type == B_UINT16_TYPE || type == B_UINT32_TYPE
+		|| type == B_UINT64_TYPE || type == B_SIZE_T_TYPE;
+	switch (type) {
+		case B_INT8_TYPE: case B_UINT8_TYPE:
+			return 1;
+		case B_INT16_TYPE: case B_UINT16_TYPE:
+			return 2;
+		case B_INT32_TYPE: case B_UINT32_TYPE: case B_TIME_TYPE:
+			return 4;
+		default:
+			return 8;
+	}
+}
+
+// The integer's bytes in host order, or false when text is no integer of the
+// type's range.
+bool
+IntegerBytes(type_code type, const char* text, std::vector<char>* bytes)
+{
+	bool isUnsigned;
+	size_t size = IntegerSize(type, &isUnsigned);
+	long long value = 0;
+	unsigned long long unsignedValue = 0;
+	if (!ParseInteger(text, isUnsigned, &value, &unsignedValue))
+		return false;
+	int bits = int(size) * 8;
+	if (isUnsigned) {
+		if (bits < 64 && unsignedValue >> bits != 0)
+			return false;
+		value = static_cast<long long>(unsignedValue);
+	} else if (bits < 64 && (value < -(1LL << (bits - 1)) || value >= (1LL << (bits - 1))))
+		return false;
+	const char* first = reinterpret_cast<const char*>(&value);
+	bytes->assign(first, first + size);
+	return true;
 }
 
 // The value as text when it is printable (a final NUL allowed), else as hex.
@@ -120,39 +241,34 @@ bool
 ParseValue(type_code type, const char* text, std::vector<char>* bytes,
 	std::string* problem)
 {
-	if (text[0] == '@') {
-		std::ifstream file(text + 1, std::ios::binary);
-		if (!file) {
-			*problem = std::string(text + 1) + ": cannot read the file";
-			return false;
-		}
-		bytes->assign(std::istreambuf_iterator<char>(file), {});
-		return true;
-	}
+	if (text[0] == '@')
+		return ReadValueFile(text + 1, bytes, problem);
 	char* end = nullptr;
 	errno = 0;
 	switch (type) {
 		case B_INT8_TYPE: case B_UINT8_TYPE: case B_INT16_TYPE: case B_UINT16_TYPE:
 		case B_INT32_TYPE: case B_UINT32_TYPE: case B_INT64_TYPE: case B_UINT64_TYPE:
-		case B_SIZE_T_TYPE: case B_SSIZE_T_TYPE: case B_OFF_T_TYPE: case B_TIME_TYPE: {
-			long long value = type == B_UINT64_TYPE
-				? static_cast<long long>(strtoull(text, &end, 0)) : strtoll(text, &end, 0);
-			if (type == B_INT8_TYPE || type == B_UINT8_TYPE)
-				*bytes = Bytes(static_cast<int8>(value));
-			else if (type == B_INT16_TYPE || type == B_UINT16_TYPE)
-				*bytes = Bytes(static_cast<int16>(value));
-			else if (type == B_INT32_TYPE || type == B_UINT32_TYPE)
-				*bytes = Bytes(static_cast<int32>(value));
-			else
-				*bytes = Bytes(static_cast<int64>(value));
+		case B_SIZE_T_TYPE: case B_SSIZE_T_TYPE: case B_OFF_T_TYPE: case B_TIME_TYPE:
+			if (IntegerBytes(type, text, bytes))
+				return true;
+			*problem = std::string("\"") + text + "\" is not a " + TypeText(type)
+				+ " value (an integer in its range)";
+			return false;
+		case B_FLOAT_TYPE: {
+			float value = strtof(text, &end);
+			// Too small to tell from zero is the nearest float; too large is refused.
+			if (errno == ERANGE && std::isfinite(value) && std::fabs(value) <= 1.0f)
+				errno = 0;
+			*bytes = Bytes(value);
 			break;
 		}
-		case B_FLOAT_TYPE:
-			*bytes = Bytes(strtof(text, &end));
+		case B_DOUBLE_TYPE: {
+			double value = strtod(text, &end);
+			if (errno == ERANGE && std::isfinite(value) && std::fabs(value) <= 1.0)
+				errno = 0;
+			*bytes = Bytes(value);
 			break;
-		case B_DOUBLE_TYPE:
-			*bytes = Bytes(strtod(text, &end));
-			break;
+		}
 		case B_BOOL_TYPE:
 			if (strcmp(text, "true") == 0 || strcmp(text, "false") == 0) {
 				*bytes = Bytes(static_cast<int8>(text[0] == 't'));
@@ -252,6 +368,8 @@ main(int argc, char** argv)
 	type_code type;
 	if (!ParseType(argv[4], &type))
 		return Usage((std::string("unknown type \"") + argv[4] + "\"").c_str());
+	if (type == 0)
+		return Usage("type 0 would remove the attribute: use rm");
 	std::vector<char> value;
 	std::string problem;
 	if (!ParseValue(type, argv[5], &value, &problem))

@@ -1,0 +1,121 @@
+// vellum-attr on hostile input: it refuses what it cannot store as typed, with
+// a message and status 2, reads no more than an attribute can hold, and never
+// aborts.
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <unistd.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/storage/TempFolder.h"
+
+extern char** environ;
+
+namespace {
+
+// The exit status of vellum-attr with arguments (-1 when it did not exit).
+int
+RunTool(const std::vector<std::string>& arguments)
+{
+	std::vector<char*> argv{const_cast<char*>(VELLUM_ATTR_PROGRAM)};
+	for (const std::string& argument : arguments)
+		argv.push_back(const_cast<char*>(argument.c_str()));
+	argv.push_back(nullptr);
+	posix_spawn_file_actions_t actions;
+	posix_spawn_file_actions_init(&actions);
+	posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+	pid_t child;
+	int failed = posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
+	posix_spawn_file_actions_destroy(&actions);
+	if (failed != 0)
+		return -1;
+	int status;
+	waitpid(child, &status, 0);
+	return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// The bytes of the typed attribute name#type, or "(none)".
+std::string
+Stored(const std::string& path, const std::string& xattr)
+{
+	char value[65536];
+	ssize_t length = getxattr(path.c_str(), ("user.haiku." + xattr).c_str(), value,
+		sizeof(value));
+	return length < 0 ? "(none)" : std::string(value, size_t(length));
+}
+
+template<typename T>
+std::string
+BytesOf(T value)
+{
+	return std::string(reinterpret_cast<const char*>(&value), sizeof(T));
+}
+
+}	// namespace
+
+TEST(VellumAttrTest, IntegersAreStoredAsTypedOrRefused)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string file = folder.File("numbers");
+	const struct { const char* type; const char* text; } refused[] = {
+		{"LONG", "4294967296"}, {"LONG", "2147483648"}, {"SHRT", "70000"}, {"BYTE", "-129"},
+		{"UBYT", "256"}, {"ULLG", "-1"}, {"ULNG", "-5"}, {"LLNG", "9223372036854775808"},
+		{"LONG", "12abc"}, {"LONG", ""}, {"LONG", "+"}, {"LONG", "0x"}};
+	for (const auto& entry : refused) {
+		EXPECT_EQ(2, RunTool({"set", file, "n", entry.type, entry.text}))
+			<< entry.type << " " << entry.text;
+		EXPECT_EQ("(none)", Stored(file, std::string("n#") + entry.type));
+	}
+	EXPECT_EQ(0, RunTool({"set", file, "n", "LONG", "010"}));
+	EXPECT_EQ(BytesOf(int32(10)), Stored(file, "n#LONG")) << "a leading zero is no octal";
+	EXPECT_EQ(0, RunTool({"set", file, "n", "SHRT", "-32768"}));
+	EXPECT_EQ(BytesOf(int16(-32768)), Stored(file, "n#SHRT"));
+	EXPECT_EQ(0, RunTool({"set", file, "n", "ULLG", "0xFFFFFFFFFFFFFFFF"}));
+	EXPECT_EQ(BytesOf(uint64(UINT64_MAX)), Stored(file, "n#ULLG"));
+	EXPECT_EQ(0, RunTool({"set", file, "n", "BYTE", "-128"}));
+	EXPECT_EQ(BytesOf(int8(-128)), Stored(file, "n#BYTE"));
+}
+
+TEST(VellumAttrTest, TypeCodesFloatsAndTypeZero)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string file = folder.File("typed");
+	for (const char* type : {"0x-1234567", "0x 1234567", "0x0x123456", "0x1234567g", "LON"})
+		EXPECT_EQ(2, RunTool({"set", file, "n", type, "@/dev/null"})) << type;
+	EXPECT_EQ(0, RunTool({"set", file, "n", "0x0000001f", "@/dev/null"}));
+	EXPECT_EQ("", Stored(file, "n#0000001f"));
+	// Too small to tell from zero: the nearest float; too large: refused.
+	EXPECT_EQ(0, RunTool({"set", file, "f", "FLOT", "1e-50"}));
+	EXPECT_EQ(BytesOf(0.0f), Stored(file, "f#FLOT"));
+	EXPECT_EQ(2, RunTool({"set", file, "g", "FLOT", "1e50"}));
+	EXPECT_EQ(2, RunTool({"set", file, "n", "0x00000000", "@/dev/null"}))
+		<< "type 0 would remove the attribute";
+}
+
+TEST(VellumAttrTest, ValuesFromFilesAreBoundedAndFoldersRefused)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string file = folder.File("target");
+	std::string full = folder.File("full", std::string(65536, 'f'));
+	std::string over = folder.File("over", std::string(65537, 'o'));
+	EXPECT_EQ(2, RunTool({"set", file, "d", "RAWT", "@" + folder.Root()}));
+	EXPECT_EQ(2, RunTool({"set", file, "z", "RAWT", "@/dev/zero"}));
+	EXPECT_EQ(2, RunTool({"set", file, "o", "RAWT", "@" + over}));
+	EXPECT_EQ(2, RunTool({"set", file, "m", "RAWT", "@" + folder.Path("missing")}));
+	for (const char* name : {"d#RAWT", "z#RAWT", "o#RAWT", "m#RAWT"})
+		EXPECT_EQ("(none)", Stored(file, name)) << name;
+	// The largest value Linux keeps goes through whole where the file system allows it.
+	int status = RunTool({"set", file, "f", "RAWT", "@" + full});
+	EXPECT_TRUE(status == 0 || status == 1) << status;
+	if (status == 0)
+		EXPECT_EQ(std::string(65536, 'f'), Stored(file, "f#RAWT"));
+}
