@@ -1,11 +1,19 @@
 #include "SettingsFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <sstream>
 #include <string>
 
 #include <FindDirectory.h>
+#include <Path.h>
 
 #include "Formatting.h"
 
@@ -13,15 +21,42 @@ namespace {
 
 const char kSettingsName[] = "Vellum_Settings";
 const long kSettingsVersion = 0;
+const size_t kMostFolderBytes = 100;
+// Six short lines: anything past this is not a settings file of ours.
+const size_t kMostSettingsBytes = 4096;
 
-// The settings file's path, with the settings folder created when missing.
+// The settings file's path, with the settings folder created when missing. A
+// folder path of 100 bytes or more is not used, as the settings always were.
 bool
 SettingsPath(std::string* path)
 {
-	char folder[100];
-	if (find_directory(B_USER_SETTINGS_DIRECTORY, 0, true, folder, sizeof(folder)) != B_OK)
+	BPath folder;
+	if (find_directory(B_USER_SETTINGS_DIRECTORY, &folder, true) != B_OK
+		|| strlen(folder.Path()) >= kMostFolderBytes)
 		return false;
-	*path = std::string(folder) + "/" + kSettingsName;
+	*path = std::string(folder.Path()) + "/" + kSettingsName;
+	return true;
+}
+
+// The beginning of the settings file, as one text: only a regular file counts
+// (a pipe or a device in its place is never waited for), and no more than a
+// settings file ever holds is read. The descriptor stays open through file.
+bool
+ReadSettingsText(const std::string& path, int* file, std::string* text)
+{
+	*file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+	struct stat st;
+	if (*file < 0)
+		return false;
+	if (fstat(*file, &st) != 0 || !S_ISREG(st.st_mode)) {
+		close(*file);
+		return false;
+	}
+	char buffer[kMostSettingsBytes];
+	ssize_t length;
+	while ((length = read(*file, buffer, sizeof(buffer))) < 0 && errno == EINTR) {
+	}
+	text->assign(buffer, length > 0 ? size_t(length) : 0);
 	return true;
 }
 
@@ -49,34 +84,28 @@ ScanIntegers(const char* text, int* values, int count)
 
 // True when the next line holds the version this program writes.
 bool
-ReadVersion(FILE* file)
+ReadVersion(std::istringstream& lines)
 {
-	char* line = nullptr;
-	size_t capacity = 0;
-	bool known = false;
-	if (getline(&line, &capacity, file) >= 0) {
-		char* end;
-		long version = strtol(line, &end, 10);
-		known = end != line && version == kSettingsVersion;
-	}
-	free(line);
-	return known;
+	std::string line;
+	if (!std::getline(lines, line))
+		return false;
+	char* end;
+	long version = strtol(line.c_str(), &end, 10);
+	return end != line.c_str() && version == kSettingsVersion;
 }
 
 void
-ReadRects(FILE* file, BRect* rects, int32 count)
+ReadRects(std::istringstream& lines, BRect* rects, int32 count)
 {
 	// Shared by all lines, so that a short line keeps the values before it.
 	int edges[4] = {int(rects[0].left), int(rects[0].top), int(rects[0].right),
 		int(rects[0].bottom)};
-	char* line = nullptr;
-	size_t capacity = 0;
+	std::string line;
 	for (int32 slot = 0; slot < count; slot++) {
-		if (getline(&line, &capacity, file) < 0 || ScanIntegers(line, edges, 4) < 2)
+		if (!std::getline(lines, line) || ScanIntegers(line.c_str(), edges, 4) < 2)
 			break;
 		rects[slot].Set(edges[0], edges[1], edges[2], edges[3]);
 	}
-	free(line);
 }
 
 }	// namespace
@@ -84,17 +113,16 @@ ReadRects(FILE* file, BRect* rects, int32 count)
 void
 ReadWindowRects(BRect* rects, int32 count)
 {
-	std::string path;
-	if (count <= 0 || !SettingsPath(&path))
+	std::string path, text;
+	int file;
+	if (count <= 0 || !SettingsPath(&path) || !ReadSettingsText(path, &file, &text))
 		return;
-	FILE* file = fopen(path.c_str(), "r");
-	if (file == nullptr)
-		return;
+	std::istringstream lines(text);
 	// A file of another version is not ours to read; it stays open, untouched.
-	if (!ReadVersion(file))
+	if (!ReadVersion(lines))
 		return;
-	ReadRects(file, rects, count);
-	fclose(file);
+	ReadRects(lines, rects, count);
+	close(file);
 }
 
 void

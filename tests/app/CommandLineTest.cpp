@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <spawn.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <functional>
 #include <string>
 
 #include <Application.h>
@@ -26,10 +30,11 @@ using BPrivate::WindowTester;
 namespace {
 
 // Starts the program with arguments in folder and waits for its exit status;
-// with display false, without any display in its environment.
+// with display false, without any display in its environment. usage, when
+// given, receives what the program used.
 int
 RunProgram(const std::string& folder, const std::vector<std::string>& arguments,
-	bool display = true)
+	bool display = true, struct rusage* usage = nullptr)
 {
 	std::vector<char*> environment;
 	for (char** variable = environ; *variable != nullptr; variable++) {
@@ -53,7 +58,10 @@ RunProgram(const std::string& folder, const std::vector<std::string>& arguments,
 	if (failed != 0)
 		return -1;
 	int status;
-	waitpid(child, &status, 0);
+	struct rusage used;
+	wait4(child, &status, 0, &used);
+	if (usage != nullptr)
+		*usage = used;
 	return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
@@ -110,4 +118,25 @@ TEST(CommandLineTest, APictureIsWrittenUnderExactlyTheBytesOfItsName)
 	std::string picture = folder.Path("window-\xff\xfe.png");
 	EXPECT_EQ(0, RunProgram(folder.Root(), {VELLUM_PROGRAM, "--screenshot", picture}, false));
 	EXPECT_EQ(0, access(picture.c_str(), R_OK)) << "not written under its own name";
+}
+
+TEST(CommandLineTest, HostileSettingsNeitherStallNorExhaustTheStart)
+{
+	// A pipe, an endless device, and a window of 60,000 by 60,000 pixels.
+	const std::vector<std::function<void(const std::string&)>> settings = {
+		[](const std::string& path) { mkfifo(path.c_str(), 0600); },
+		[](const std::string& path) { symlink("/dev/zero", path.c_str()); },
+		[](const std::string& path) { std::ofstream(path) << "0\n0 0 60000 60000\n"; }};
+	for (size_t i = 0; i < settings.size(); i++) {
+		TempFolder folder;
+		settings[i](folder.Path("Vellum_Settings"));
+		setenv("XDG_CONFIG_HOME", folder.Root().c_str(), 1);
+		bigtime_t start = system_time();
+		struct rusage used;
+		EXPECT_EQ(0, RunProgram(folder.Root(),
+			{VELLUM_PROGRAM, "--screenshot", folder.Path("window.png")}, false, &used)) << i;
+		EXPECT_LT(system_time() - start, 1000000) << i;
+		EXPECT_LT(used.ru_maxrss, 100 * 1024) << i << ": kilobytes at most";
+		unsetenv("XDG_CONFIG_HOME");
+	}
 }
