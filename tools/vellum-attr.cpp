@@ -18,17 +18,22 @@
 #include <Node.h>
 #include <TypeConstants.h>
 
+#include "DisplayStrings.h"
+
 namespace {
 
 const char kUsage[] =
-	"usage: vellum-attr list PATH\n"
+	"usage: vellum-attr list [--raw] PATH\n"
 	"       vellum-attr get PATH NAME\n"
 	"       vellum-attr set PATH NAME TYPE VALUE\n"
 	"       vellum-attr rm PATH NAME\n"
 	"TYPE is a four-character code (LONG, CSTR, DBLE, ...) or 0x and eight hex\n"
 	"digits; VALUE is read by type (integers in decimal, or hex after 0x, within\n"
 	"the type's range), or is @FILE for raw bytes from a file of at most 64 KiB.\n"
-	"Type 0 would remove the attribute: use rm for that.\n";
+	"Type 0 would remove the attribute: use rm for that.\n"
+	"list shows each value as Vellum's list does (--raw: its bytes in hex); names\n"
+	"and values are printed with control characters and bytes that are not UTF-8\n"
+	"escaped (\\n, \\t, \\\\, \\xHH), so that nothing printed acts on the terminal.\n";
 
 // The largest value Linux keeps in one attribute.
 const size_t kMaxValueSize = 65536;
@@ -207,18 +212,71 @@ IntegerBytes(type_code type, const char* text, std::vector<char>* bytes)
 	return true;
 }
 
-// The value as text when it is printable (a final NUL allowed), else as hex.
-std::string
-ValueText(const std::vector<char>& value)
+// The length of the well-formed UTF-8 character of at least two bytes at
+// text, or 0.
+size_t
+MultibyteLength(const unsigned char* text, size_t available)
 {
-	size_t length = value.size();
-	if (length > 0 && value[length - 1] == '\0')
-		length--;
-	bool printable = length > 0;
-	for (size_t i = 0; i < length && printable; i++)
-		printable = isprint(static_cast<unsigned char>(value[i])) || value[i] == '\t';
-	if (printable)
-		return std::string(value.data(), length);
+	size_t length = text[0] >= 0xF0 && text[0] <= 0xF4 ? 4 : text[0] >= 0xE0 ? 3
+		: text[0] >= 0xC2 && text[0] <= 0xDF ? 2 : 0;
+	if (length == 0 || length > available)
+		return 0;
+	for (size_t i = 1; i < length; i++) {
+		if ((text[i] & 0xC0) != 0x80)
+			return 0;
+	}
+	// Bidirectional overrides and isolates change how the rest reads: escaped.
+	if (length == 3 && text[0] == 0xE2 && ((text[1] == 0x80 && text[2] >= 0xAA
+			&& text[2] <= 0xAE) || (text[1] == 0x81 && text[2] >= 0xA6 && text[2] <= 0xA9)))
+		return 0;
+	return length;
+}
+
+// text as a terminal may show it: printable ASCII and well-formed UTF-8 as they
+// are, every other byte escaped.
+std::string
+Escaped(const char* text, size_t size)
+{
+	std::string shown;
+	auto bytes = reinterpret_cast<const unsigned char*>(text);
+	for (size_t i = 0; i < size;) {
+		unsigned char byte = bytes[i];
+		if (byte == '\\') {
+			shown += "\\\\";
+			i++;
+		} else if (byte == '\n' || byte == '\t') {
+			shown += byte == '\n' ? "\\n" : "\\t";
+			i++;
+		} else if (byte >= 0x20 && byte < 0x7F) {
+			shown += char(byte);
+			i++;
+		} else if (size_t length = MultibyteLength(bytes + i, size - i)) {
+			shown.append(text + i, length);
+			i += length;
+		} else {
+			char escape[8];
+			snprintf(escape, sizeof(escape), "\\x%02x", byte);
+			shown += escape;
+			i++;
+		}
+	}
+	return shown;
+}
+
+// The value as Vellum's attribute list shows it.
+std::string
+ShownValue(type_code type, const std::vector<char>& value)
+{
+	char text[kAttrStringSize];
+	strcpy(text, kTooLargeText);
+	MakeAttrString(text, type, value.data(), int32(value.size()));
+	return Escaped(text, strlen(text));
+}
+
+// The value's bytes in hex.
+std::string
+HexValue(const std::vector<char>& value)
+{
 	std::string hex;
 	char digits[4];
 	for (char byte : value) {
@@ -308,7 +366,7 @@ ReadValue(BNode& node, const char* name, type_code* type, std::vector<char>* val
 }
 
 int
-List(BNode& node, const char* path)
+List(BNode& node, const char* path, bool raw)
 {
 	status_t status = node.RewindAttrs();
 	if (status != B_OK)
@@ -317,10 +375,15 @@ List(BNode& node, const char* path)
 	std::vector<char> value;
 	type_code type;
 	while ((status = node.GetNextAttrName(name)) == B_OK) {
-		if ((status = ReadValue(node, name, &type, &value)) != B_OK)
-			return Fail(std::string(path) + ": " + name, status);
-		printf("%s\t%s\t%zu\t%s\n", name, TypeText(type).c_str(), value.size(),
-			ValueText(value).c_str());
+		status = ReadValue(node, name, &type, &value);
+		// Removed by another program since it was listed: no longer there to show.
+		if (status == B_ENTRY_NOT_FOUND)
+			continue;
+		if (status != B_OK)
+			return Fail(std::string(path) + ": " + Escaped(name, strlen(name)), status);
+		printf("%s\t%s\t%zu\t%s\n", Escaped(name, strlen(name)).c_str(),
+			TypeText(type).c_str(), value.size(),
+			(raw ? HexValue(value) : ShownValue(type, value)).c_str());
 	}
 	return status == B_ENTRY_NOT_FOUND ? 0 : Fail(path, status);
 }
@@ -330,6 +393,13 @@ List(BNode& node, const char* path)
 int
 main(int argc, char** argv)
 {
+	// "list --raw PATH" is "list PATH" with the values in hex.
+	bool raw = argc > 2 && strcmp(argv[1], "list") == 0 && strcmp(argv[2], "--raw") == 0;
+	if (raw) {
+		argv[2] = argv[1];
+		argv++;
+		argc--;
+	}
 	if (argc < 3)
 		return Usage("missing command or path");
 	std::string command = argv[1];
@@ -350,7 +420,7 @@ main(int argc, char** argv)
 
 	const char* name = argv[3];
 	if (command == "list")
-		return List(node, path);
+		return List(node, path, raw);
 	if (command == "rm") {
 		status_t status = node.RemoveAttr(name);
 		return status == B_OK ? 0 : Fail(std::string(path) + ": " + name, status);

@@ -9,7 +9,10 @@
 #include <sys/wait.h>
 #include <sys/xattr.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -19,9 +22,10 @@ extern char** environ;
 
 namespace {
 
-// The exit status of vellum-attr with arguments (-1 when it did not exit).
+// The exit status of vellum-attr with arguments (-1 when it did not exit);
+// what it prints goes to output when given.
 int
-RunTool(const std::vector<std::string>& arguments)
+RunTool(const std::vector<std::string>& arguments, const std::string& output = "/dev/null")
 {
 	std::vector<char*> argv{const_cast<char*>(VELLUM_ATTR_PROGRAM)};
 	for (const std::string& argument : arguments)
@@ -30,6 +34,8 @@ RunTool(const std::vector<std::string>& arguments)
 	posix_spawn_file_actions_t actions;
 	posix_spawn_file_actions_init(&actions);
 	posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+	posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(),
+		O_WRONLY | O_CREAT | O_TRUNC, 0600);
 	pid_t child;
 	int failed = posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
 	posix_spawn_file_actions_destroy(&actions);
@@ -118,4 +124,31 @@ TEST(VellumAttrTest, ValuesFromFilesAreBoundedAndFoldersRefused)
 	EXPECT_TRUE(status == 0 || status == 1) << status;
 	if (status == 0)
 		EXPECT_EQ(std::string(65536, 'f'), Stored(file, "f#RAWT"));
+}
+
+TEST(VellumAttrTest, ListingShowsValuesAsTheWindowDoesAndNothingReachesTheTerminalRaw)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string file = folder.File("listed");
+	ASSERT_EQ(0, RunTool({"set", file, "count", "LONG", "42"}));
+	const char evil[] = "user.haiku.evil\x1b[31m\nname#CSTR";
+	const char value[] = "a\x1b]0;title\x07\xff b";
+	ASSERT_EQ(0, setxattr(file.c_str(), evil, value, sizeof(value) - 1, 0));
+	ASSERT_EQ(0, setxattr(file.c_str(), "user.haiku.right\xe2\x80\xaeleft#CSTR", "x", 1, 0));
+	std::string listing = folder.Path("listing");
+	auto read = [&] {
+		std::ifstream in(listing, std::ios::binary);
+		return std::string(std::istreambuf_iterator<char>(in), {});
+	};
+	ASSERT_EQ(0, RunTool({"list", file}, listing));
+	std::string shown = read();
+	EXPECT_NE(std::string::npos, shown.find("count\tLONG\t4\t42 '...*' 0x0000002A\n"));
+	EXPECT_NE(std::string::npos,
+		shown.find("evil\\x1b[31m\\nname\tCSTR\t14\ta\\x1b]0;title\\x07\\xff b\n"));
+	EXPECT_NE(std::string::npos, shown.find("right\\xe2\\x80\\xaeleft\tCSTR"));
+	EXPECT_EQ(std::string::npos, shown.find('\x1b')) << "no escape reaches the terminal";
+	EXPECT_EQ(3, std::count(shown.begin(), shown.end(), '\n')) << "one line an attribute";
+	ASSERT_EQ(0, RunTool({"list", "--raw", file}, listing));
+	EXPECT_NE(std::string::npos, read().find("count\tLONG\t4\t2a000000\n"));
 }
