@@ -261,6 +261,74 @@ PixelImage(const PixelMap& pixels)
 	}
 }
 
+// What stands for a character that would otherwise not show, or 0 for one that
+// shows as it is: the picture of a control character, a replacement mark for
+// a format character (direction overrides, isolates, joiners).
+char16_t
+VisibleStandIn(QChar c)
+{
+	char16_t code = c.unicode();
+	if (code < 0x20)
+		return char16_t(0x2400 + code);
+	if (code == 0x7F)
+		return 0x2421;
+	if ((code >= 0x80 && code < 0xA0) || c.category() == QChar::Other_Format)
+		return 0xFFFD;
+	return 0;
+}
+
+// UTF-8 text as the kits draw it: every control or format character visible,
+// so that no string can read as another. Measuring uses the same text, so
+// widths agree.
+QString
+VisibleText(const char* string, int32 length)
+{
+	QString text = QString::fromUtf8(string, length);
+	for (QChar& c : text) {
+		if (char16_t standIn = VisibleStandIn(c))
+			c = QChar(standIn);
+	}
+	return text;
+}
+
+// Whether text holds characters that the desktop would lay out right to left.
+bool
+HasRightToLeft(const QString& text)
+{
+	for (QChar c : text) {
+		QChar::Direction direction = c.direction();
+		if (direction == QChar::DirR || direction == QChar::DirAL)
+			return true;
+	}
+	return false;
+}
+
+// Calls place for each character of text (a surrogate pair as one) with the x
+// it starts at, left to right in logical order; returns the width.
+template<typename Place>
+float
+EachCharacter(const QString& text, const QFontMetricsF& metrics, Place place)
+{
+	float x = 0;
+	for (qsizetype i = 0; i < text.size();) {
+		qsizetype length = text[i].isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+		QString character = text.mid(i, length);
+		place(character, x);
+		x += float(metrics.horizontalAdvance(character));
+		i += length;
+	}
+	return x;
+}
+
+// The width of text drawn in logical order.
+float
+LogicalWidth(const QString& text, const QFontMetricsF& metrics)
+{
+	if (!HasRightToLeft(text))
+		return float(metrics.horizontalAdvance(text));
+	return EachCharacter(text, metrics, [](const QString&, float) {});
+}
+
 }	// namespace
 
 struct Canvas::Data {
@@ -462,15 +530,23 @@ float
 Canvas::DrawString(const char* string, int32 length, BPoint location, const FontSpec& font,
 	const Paint& paint)
 {
-	QString text = QString::fromUtf8(string, length);
+	QString text = VisibleText(string, length);
 	QPainter& painter = fData->Begin();
 	painter.setCompositionMode(Composition(paint.mode));
 	QColor set, clear;
 	ModeColors(paint, &set, &clear);
 	painter.setPen(set);
 	painter.setFont(ToQFont(font));
-	painter.drawText(QPointF(location.x, location.y), text);
-	return float(Metrics(font).horizontalAdvance(text));
+	const QFontMetricsF& metrics = Metrics(font);
+	// Text is drawn left to right in logical order: a script written right to
+	// left goes character by character, so that no string reads as another.
+	if (!HasRightToLeft(text)) {
+		painter.drawText(QPointF(location.x, location.y), text);
+		return float(metrics.horizontalAdvance(text));
+	}
+	return EachCharacter(text, metrics, [&](const QString& character, float x) {
+		painter.drawText(QPointF(location.x + x, location.y), character);
+	});
 }
 
 void
@@ -532,7 +608,7 @@ FontStringWidth(const FontSpec& font, const char* string, int32 length)
 	if (string == nullptr || length <= 0)
 		return 0;
 	int32 size = static_cast<int32>(strnlen(string, length));
-	return float(Metrics(font).horizontalAdvance(QString::fromUtf8(string, size)));
+	return LogicalWidth(VisibleText(string, size), Metrics(font));
 }
 
 void

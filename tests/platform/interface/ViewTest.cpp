@@ -245,6 +245,27 @@ TEST(ViewTest, FontsMeasureTextByFamilyStyleAndSize)
 	});
 }
 
+TEST(ViewTest, ControlAndFormatCharactersTakeRoomOfTheirOwn)
+{
+	WindowTester::RunHeadless([] {
+		BFont plain(be_plain_font);
+		float bare = plain.StringWidth("abcdef");
+		// A control character and a direction override show as marks: a name
+		// cannot pass for another that lacks them.
+		EXPECT_GT(plain.StringWidth("abc\x1b" "def"), bare);
+		EXPECT_GT(plain.StringWidth("abc\xe2\x80\xae" "def"), bare);
+		EXPECT_GT(plain.StringWidth("abc\n"), plain.StringWidth("abc"));
+		// Text in a script written right to left is measured as it is drawn, one
+		// character after the other in logical order.
+		const char* hebrew = "\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d";
+		float whole = plain.StringWidth(hebrew);
+		float parts = 0;
+		for (int32 i = 0; i < 8; i += 2)
+			parts += plain.StringWidth(hebrew + i, 2);
+		EXPECT_FLOAT_EQ(parts, whole);
+	});
+}
+
 TEST(ViewTest, BoxBordersAreDrawnInShadesOfTheViewColour)
 {
 	WindowTester::RunHeadless([] {
