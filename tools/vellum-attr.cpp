@@ -52,8 +52,27 @@ StatusText(status_t status)
 		case B_BAD_DATA: return "more attribute names than Linux can list (64 KiB)";
 		case B_READ_ONLY_DEVICE: return "read-only file system";
 		case B_NO_MEMORY: return "out of memory";
+		case B_NOT_A_DIRECTORY: return "not a directory";
+		case B_IS_A_DIRECTORY: return "is a directory";
+		case B_LINK_LIMIT: return "too many levels of symbolic links";
+		case B_BUSY: return "busy";
+		case B_IO_ERROR: return "input/output error";
+		case B_NO_MORE_FDS: return "too many open files";
+		case B_FILE_ERROR: return "bad file";
 		default: return "failed";
 	}
+}
+
+// Whether name lies in one of the namespaces of Linux extended attributes (or
+// in none, as a typed attribute's name does).
+bool
+KnownNamespace(const char* name)
+{
+	const char* dot = strchr(name, '.');
+	if (dot == nullptr)
+		return true;
+	std::string space(name, dot);
+	return space == "user" || space == "trusted" || space == "security" || space == "system";
 }
 
 int
@@ -445,5 +464,10 @@ main(int argc, char** argv)
 	if (!ParseValue(type, argv[5], &value, &problem))
 		return Usage(problem.c_str());
 	ssize_t written = node.WriteAttr(name, type, 0, value.data(), value.size());
+	if (written == B_UNSUPPORTED && type == B_XATTR_TYPE && !KnownNamespace(name)) {
+		fprintf(stderr, "vellum-attr: %s: %s: Linux knows no namespace \"%.*s\" (only user, "
+			"trusted, security and system)\n", path, name, int(strchr(name, '.') - name), name);
+		return 1;
+	}
 	return written >= 0 ? 0 : Fail(std::string(path) + ": " + name, written);
 }

@@ -6,6 +6,7 @@
 
 #include <climits>
 #include <cstdio>
+#include <cerrno>
 #include <cstring>
 
 #include <Directory.h>
@@ -86,6 +87,12 @@ BEntry::SetTo(const char* path, bool traverse)
 	std::string full = normalized_path(path);
 	if (full.empty())
 		return fStatus = B_BAD_VALUE;
+	// As the kernel reads it, a path that ends in a slash names a folder.
+	size_t length = strlen(path);
+	struct stat st;
+	if (length > 1 && path[length - 1] == '/'
+		&& (stat(path, &st) == 0 ? !S_ISDIR(st.st_mode) : errno == ENOTDIR))
+		return fStatus = B_NOT_A_DIRECTORY;
 	if (traverse && (fStatus = Traverse(&full)) != B_OK)
 		return fStatus;
 	if (leaf_of(full).size() >= B_FILE_NAME_LENGTH)

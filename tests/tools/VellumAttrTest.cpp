@@ -152,3 +152,15 @@ TEST(VellumAttrTest, ListingShowsValuesAsTheWindowDoesAndNothingReachesTheTermin
 	ASSERT_EQ(0, RunTool({"list", "--raw", file}, listing));
 	EXPECT_NE(std::string::npos, read().find("count\tLONG\t4\t2a000000\n"));
 }
+
+TEST(VellumAttrTest, PathsAreReadAsTheKernelReadsThem)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string file = folder.File("plain");
+	// A slash after a file's name asks for a folder: there is none.
+	EXPECT_EQ(1, RunTool({"list", file + "/"}));
+	EXPECT_EQ(0, RunTool({"list", folder.Root() + "/"}));
+	// A namespace Linux does not know is refused, not written elsewhere.
+	EXPECT_EQ(1, RunTool({"set", file, "foo.bar", "XATR", "x"}));
+}
