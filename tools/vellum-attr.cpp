@@ -33,7 +33,11 @@ const char kUsage[] =
 	"Type 0 would remove the attribute: use rm for that.\n"
 	"list shows each value as Vellum's list does (--raw: its bytes in hex); names\n"
 	"and values are printed with control characters and bytes that are not UTF-8\n"
-	"escaped (\\n, \\t, \\\\, \\xHH), so that nothing printed acts on the terminal.\n";
+	"escaped (\\n, \\t, \\\\, \\xHH), so that nothing printed acts on the terminal.\n"
+	"When two Linux attributes map to one name, the first has it and the other is\n"
+	"listed under its full Linux name (type XATR), by which it is read and removed.\n"
+	"A file with more names than Linux can list (64 KiB) is not listed; get, set\n"
+	"and rm still find its attributes of the known types by name.\n";
 
 // The largest value Linux keeps in one attribute.
 const size_t kMaxValueSize = 65536;
@@ -50,6 +54,9 @@ StatusText(status_t status)
 		case B_DEVICE_FULL: return "no room for the attribute";
 		case B_BAD_VALUE: return "invalid name or value";
 		case B_BAD_DATA: return "more attribute names than Linux can list (64 KiB)";
+		case B_FILE_EXISTS:
+			return "another attribute, listed under its full Linux name, is stored as that "
+				"name and type: remove it first";
 		case B_READ_ONLY_DEVICE: return "read-only file system";
 		case B_NO_MEMORY: return "out of memory";
 		case B_NOT_A_DIRECTORY: return "not a directory";

@@ -75,7 +75,9 @@ private:
 	status_t _SetToPath(const std::string& path);
 	status_t _XattrNameOf(const char* name, std::string* xattr, type_code* type,
 		ssize_t* size = nullptr) const;
-	status_t _Replace(const char* name, const std::string& xattr,
+	// Writes the attribute name of type type, kept in xattr unless it has that
+	// type already; B_FILE_EXISTS when xattr is another attribute's.
+	status_t _Replace(const char* name, type_code type, const std::string& xattr,
 		const void* buffer, size_t length);
 
 	int fFd;

@@ -9,7 +9,10 @@ class BDirectory;
 class BEntry;
 struct entry_ref;
 
-// An absolute path, always normalised: no ".", "..", doubled or trailing slashes.
+// An absolute path, always normalised as the kernel resolves it: the folders
+// through their links (so ".." after a link leaves the link's target), the leaf
+// kept, even a link; no ".", "..", doubled or trailing slashes. Folders that do
+// not exist are taken as written, unless normalize asks that they exist.
 // Relative paths are taken from the current folder.
 class BPath {
 public:

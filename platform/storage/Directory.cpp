@@ -81,7 +81,8 @@ status_t
 BDirectory::SetTo(const char* path)
 {
 	Unset();
-	std::string full = normalized_path(path);
+	// A folder opened through a link is the folder it leads to.
+	std::string full = followed_path(normalized_path(path));
 	if (full.empty())
 		return B_BAD_VALUE;
 	status_t status = _Open(full, O_RDONLY | O_DIRECTORY);

@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include <Directory.h>
@@ -18,15 +20,81 @@
 #include "StorageUtils.h"
 #include "Xattr.h"
 
-// The node's extended attribute names as last listed, a cursor into them for
-// GetNextAttrName, and each attribute name's extended attribute, so that asking
-// about every attribute in turn stays linear in their number.
+namespace {
+
+// Where an attribute is kept: its extended attribute, and its type.
+struct AttrPlace {
+	std::string xattr;
+	type_code type;
+};
+
+using AttrPlaces = std::unordered_map<std::string, AttrPlace>;
+
+// The types looked for when a node has more names than Linux lists: a foreign
+// attribute under its own name, and the types the kits know.
+const type_code kKnownTypes[] = {B_XATTR_TYPE, B_STRING_TYPE, B_INT32_TYPE, B_INT64_TYPE,
+	B_INT16_TYPE, B_INT8_TYPE, B_UINT32_TYPE, B_UINT64_TYPE, B_UINT16_TYPE, B_UINT8_TYPE,
+	B_BOOL_TYPE, B_FLOAT_TYPE, B_DOUBLE_TYPE, B_TIME_TYPE, B_OFF_T_TYPE, B_SIZE_T_TYPE,
+	B_SSIZE_T_TYPE, B_RAW_TYPE, B_MIME_STRING_TYPE, B_MIME_TYPE, B_ASCII_TYPE, B_CHAR_TYPE,
+	B_RECT_TYPE, B_POINT_TYPE, B_RGB_COLOR_TYPE, B_RGB_32_BIT_TYPE, B_COLOR_8_BIT_TYPE,
+	B_GRAYSCALE_8_BIT_TYPE, B_MONOCHROME_1_BIT_TYPE, B_PATTERN_TYPE, B_MESSAGE_TYPE,
+	B_MESSENGER_TYPE, B_POINTER_TYPE, B_OBJECT_TYPE, B_REF_TYPE, B_ANY_TYPE, 'ICON', 'MICN',
+	'VICN'};
+
+// The attribute names of a listing of extended attributes, in its order, and
+// where each is kept. The first extended attribute that maps to a name keeps
+// it; a further one, or one whose name is another's full name, is a foreign
+// attribute under its own full name, so that each has a name of its own.
+std::vector<std::string>
+NamesOf(const std::vector<char>& listing, AttrPlaces* places)
+{
+	std::vector<const char*> xattrs;
+	for (size_t offset = 0; offset < listing.size(); offset += strlen(listing.data() + offset) + 1)
+		xattrs.push_back(listing.data() + offset);
+	std::unordered_set<std::string_view> fullNames(xattrs.begin(), xattrs.end());
+	places->clear();
+	std::vector<std::string> names;
+	names.reserve(xattrs.size());
+	std::string name;
+	type_code type;
+	for (const char* xattr : xattrs) {
+		decode_attr_name(xattr, &name, &type);
+		if (name != xattr && (places->count(name) != 0 || fullNames.count(name) != 0)) {
+			name = xattr;
+			type = B_XATTR_TYPE;
+		}
+		places->emplace(name, AttrPlace{xattr, type});
+		names.push_back(name);
+	}
+	return names;
+}
+
+// Without a listing, the extended attribute that keeps name is looked for
+// under each name it may have.
+status_t
+Probe(const XattrTarget& target, const char* name, AttrPlace* place)
+{
+	std::string xattr;
+	for (type_code type : kKnownTypes) {
+		if (encode_attr_name(name, type, &xattr) == B_OK && target.Size(xattr.c_str()) >= 0) {
+			*place = AttrPlace{xattr, type};
+			return B_OK;
+		}
+	}
+	return B_ENTRY_NOT_FOUND;
+}
+
+}	// namespace
+
+// The node's attribute names as last listed, a cursor into them for
+// GetNextAttrName, and where each attribute is kept, so that asking about every
+// attribute in turn stays linear in their number.
 class BNode::AttrDirectory {
 public:
-	std::vector<char> fListing;
+	std::vector<std::string> fNames;
 	size_t fCursor = 0;
 	bool fListed = false;
-	std::unordered_map<std::string, std::string> fXattrs;
+	AttrPlaces fPlaces;
 
 	// Lists the attributes again; with rewind, iteration starts over on the new list.
 	status_t Read(const XattrTarget& target, bool rewind)
@@ -35,42 +103,31 @@ public:
 		status_t status = target.List(&listing);
 		if (status != B_OK)
 			return status;
-		fXattrs.clear();
-		std::string name;
-		type_code type;
-		for (size_t offset = 0; offset < listing.size();
-				offset += strlen(listing.data() + offset) + 1) {
-			decode_attr_name(listing.data() + offset, &name, &type);
-			fXattrs.emplace(name, listing.data() + offset);
-		}
+		std::vector<std::string> names = NamesOf(listing, &fPlaces);
 		if (rewind) {
-			fListing = std::move(listing);
+			fNames = std::move(names);
 			fCursor = 0;
 			fListed = true;
 		}
 		return B_OK;
 	}
-};
 
-namespace {
-
-// Every extended attribute of the listing that keeps an attribute called name.
-std::vector<std::string>
-XattrsNamed(const std::vector<char>& listing, const char* name)
-{
-	std::vector<std::string> found;
-	std::string decoded;
-	type_code type;
-	for (size_t offset = 0; offset < listing.size();
-			offset += strlen(listing.data() + offset) + 1) {
-		decode_attr_name(listing.data() + offset, &decoded, &type);
-		if (decoded == name)
-			found.emplace_back(listing.data() + offset);
+	// Where the attribute called name is kept now; on a node with more names
+	// than Linux lists, wherever it is found.
+	status_t Find(const XattrTarget& target, const char* name, AttrPlace* place)
+	{
+		status_t status = Read(target, false);
+		if (status == B_BAD_DATA)
+			return Probe(target, name, place);
+		if (status != B_OK)
+			return status;
+		auto found = fPlaces.find(name);
+		if (found == fPlaces.end())
+			return B_ENTRY_NOT_FOUND;
+		*place = found->second;
+		return B_OK;
 	}
-	return found;
-}
-
-}	// namespace
+};
 
 BNode::BNode()
 	: fFd(-1), fByPath(false), fStatus(B_NO_INIT),
@@ -217,16 +274,21 @@ BNode::WriteAttr(const char* name, type_code type, off_t offset,
 		return status;
 
 	if (offset == 0)
-		status = _Replace(name, xattr, buffer, length);
+		status = _Replace(name, type, xattr, buffer, length);
 	else {
-		// Xattrs are written whole: merge the bytes into the current value.
+		// Xattrs are written whole: merge the bytes into the current value of
+		// the type, if there is one.
 		std::vector<char> value;
-		status = XattrTarget(fFd, fPath, fByPath).GetAll(xattr.c_str(), &value);
+		std::string current;
+		type_code currentType;
+		status = _XattrNameOf(name, &current, &currentType);
+		if (status == B_OK && currentType == type)
+			status = XattrTarget(fFd, fPath, fByPath).GetAll(current.c_str(), &value);
 		if (status != B_OK && status != B_ENTRY_NOT_FOUND)
 			return status;
 		value.resize(std::max<size_t>(value.size(), offset + length));
 		std::copy_n(static_cast<const char*>(buffer), length, value.begin() + offset);
-		status = _Replace(name, xattr, value.data(), value.size());
+		status = _Replace(name, type, xattr, value.data(), value.size());
 	}
 	return status == B_OK ? static_cast<ssize_t>(length) : status;
 }
@@ -269,19 +331,13 @@ BNode::RemoveAttr(const char* name)
 	if (name == nullptr || name[0] == '\0')
 		return B_BAD_VALUE;
 	XattrTarget target(fFd, fPath, fByPath);
-	std::vector<char> listing;
-	status_t status = target.List(&listing);
-	if (status != B_OK)
-		return status;
-	std::vector<std::string> found = XattrsNamed(listing, name);
-	if (found.empty())
-		return B_ENTRY_NOT_FOUND;
-	for (const std::string& xattr : found) {
-		if ((status = target.Remove(xattr.c_str())) != B_OK)
-			return status;
-	}
-	fAttrs->fXattrs.erase(name);
-	return B_OK;
+	AttrPlace place;
+	status_t status = fAttrs->Find(target, name, &place);
+	if (status == B_OK)
+		status = target.Remove(place.xattr.c_str());
+	if (status == B_OK)
+		fAttrs->fPlaces.erase(name);
+	return status;
 }
 
 status_t
@@ -302,14 +358,16 @@ BNode::RenameAttr(const char* oldName, const char* newName)
 	if ((status = encode_attr_name(newName, type, &newXattr)) != B_OK)
 		return status;
 
+	XattrTarget target(fFd, fPath, fByPath);
 	std::vector<char> value;
-	if ((status = XattrTarget(fFd, fPath, fByPath).GetAll(oldXattr.c_str(), &value))
-			!= B_OK)
+	if ((status = target.GetAll(oldXattr.c_str(), &value)) != B_OK)
 		return status;
 	// The new name is written before the old one goes, so the value is never lost.
-	if ((status = _Replace(newName, newXattr, value.data(), value.size())) != B_OK)
+	if ((status = _Replace(newName, type, newXattr, value.data(), value.size())) != B_OK
+		|| (status = target.Remove(oldXattr.c_str())) != B_OK)
 		return status;
-	return RemoveAttr(oldName);
+	fAttrs->fPlaces.erase(oldName);
+	return B_OK;
 }
 
 status_t
@@ -342,15 +400,9 @@ BNode::GetNextAttrName(char* buffer)
 		if (status != B_OK)
 			return status;
 	}
-	std::vector<char>& listing = fAttrs->fListing;
-	if (fAttrs->fCursor >= listing.size())
+	if (fAttrs->fCursor >= fAttrs->fNames.size())
 		return B_ENTRY_NOT_FOUND;
-	const char* xattr = listing.data() + fAttrs->fCursor;
-	fAttrs->fCursor += strlen(xattr) + 1;
-	std::string name;
-	type_code type;
-	decode_attr_name(xattr, &name, &type);
-	snprintf(buffer, B_ATTR_NAME_LENGTH, "%s", name.c_str());
+	snprintf(buffer, B_ATTR_NAME_LENGTH, "%s", fAttrs->fNames[fAttrs->fCursor++].c_str());
 	return B_OK;
 }
 
@@ -440,46 +492,55 @@ BNode::_XattrNameOf(const char* name, std::string* xattr, type_code* type,
 	if (name == nullptr || name[0] == '\0')
 		return B_BAD_VALUE;
 	XattrTarget target(fFd, fPath, fByPath);
-	auto found = fAttrs->fXattrs.find(name);
-	ssize_t valueSize = found != fAttrs->fXattrs.end()
-		? target.Size(found->second.c_str()) : ssize_t(B_ENTRY_NOT_FOUND);
+	auto found = fAttrs->fPlaces.find(name);
+	AttrPlace place;
+	ssize_t valueSize = B_ENTRY_NOT_FOUND;
+	if (found != fAttrs->fPlaces.end()) {
+		place = found->second;
+		valueSize = target.Size(place.xattr.c_str());
+	}
 	if (valueSize < 0) {
-		// Unknown, or changed since it was listed: list again.
-		status_t status = fAttrs->Read(target, false);
+		// Unknown, or changed since it was listed: look again.
+		status_t status = fAttrs->Find(target, name, &place);
 		if (status != B_OK)
 			return status;
-		found = fAttrs->fXattrs.find(name);
-		if (found == fAttrs->fXattrs.end())
-			return B_ENTRY_NOT_FOUND;
-		if ((valueSize = target.Size(found->second.c_str())) < 0)
+		if ((valueSize = target.Size(place.xattr.c_str())) < 0)
 			return valueSize;
 	}
 	if (size != nullptr)
 		*size = valueSize;
-	*xattr = found->second;
-	std::string decoded;
-	decode_attr_name(xattr->c_str(), &decoded, type);
+	*xattr = place.xattr;
+	*type = place.type;
 	return B_OK;
 }
 
 status_t
-BNode::_Replace(const char* name, const std::string& xattr, const void* buffer,
-	size_t length)
+BNode::_Replace(const char* name, type_code type, const std::string& xattr,
+	const void* buffer, size_t length)
 {
 	XattrTarget target(fFd, fPath, fByPath);
-	std::vector<char> listing;
-	status_t status = target.List(&listing);
-	if (status != B_OK)
+	AttrPlace current;
+	status_t status = fAttrs->Find(target, name, &current);
+	if (status != B_OK && status != B_ENTRY_NOT_FOUND)
 		return status;
-	// One setxattr replaces a value of the same type in place; an attribute of the
-	// same name and another type goes once the new one is written.
-	if ((status = target.Set(xattr.c_str(), buffer, length)) != B_OK)
-		return status;
-	for (const std::string& other : XattrsNamed(listing, name)) {
-		if (other != xattr && (status = target.Remove(other.c_str())) != B_OK
-			&& status != B_ENTRY_NOT_FOUND)
-			return status;
+	bool replaces = status == B_OK;
+	// A rewrite of the same type replaces the value in place, in one setxattr.
+	if (replaces && current.type == type)
+		status = target.Set(current.xattr.c_str(), buffer, length);
+	else if (replaces && target.Size(xattr.c_str()) >= 0) {
+		// That extended attribute is another attribute, listed under its own
+		// name: it is not written over unasked.
+		return B_FILE_EXISTS;
+	} else {
+		// An attribute of the same name and another type goes once the new one
+		// is written.
+		if ((status = target.Set(xattr.c_str(), buffer, length)) == B_OK && replaces)
+			status = target.Remove(current.xattr.c_str());
+		if (status == B_ENTRY_NOT_FOUND)
+			status = B_OK;
+		current = AttrPlace{xattr, type};
 	}
-	fAttrs->fXattrs[name] = xattr;
-	return B_OK;
+	if (status == B_OK)
+		fAttrs->fPlaces[name] = current;
+	return status;
 }

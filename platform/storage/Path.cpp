@@ -1,5 +1,7 @@
 #include <Path.h>
 
+#include <sys/stat.h>
+
 #include <Directory.h>
 #include <Entry.h>
 
@@ -71,18 +73,22 @@ BPath::SetTo(const BEntry* entry)
 }
 
 status_t
-BPath::SetTo(const char* path, const char* leaf, bool)
+BPath::SetTo(const char* path, const char* leaf, bool normalize)
 {
 	Unset();
 	if (path == nullptr || path[0] == '\0')
 		return fStatus = B_BAD_VALUE;
 	if (leaf != nullptr && leaf[0] == '/')
 		return fStatus = B_BAD_VALUE;
-	std::string full = normalized_path(path);
-	if (leaf != nullptr && leaf[0] != '\0')
-		full = normalized_path(leaf, full);
+	std::string joined = leaf != nullptr && leaf[0] != '\0'
+		? std::string(path) + "/" + leaf : std::string(path);
+	std::string full = normalized_path(joined.c_str());
 	if (full.empty())
 		return fStatus = B_ERROR;
+	// Normalising asks that every folder on the way exists.
+	struct stat st;
+	if (normalize && full != "/" && stat(parent_of(full).c_str(), &st) != 0)
+		return fStatus = last_status();
 	fPath = full;
 	return fStatus = B_OK;
 }

@@ -4,7 +4,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <algorithm>
 #include <climits>
+#include <cstdlib>
+#include <memory>
 #include <vector>
 
 status_t
@@ -73,6 +76,73 @@ last_status()
 	return status_for_errno(errno);
 }
 
+namespace {
+
+// The parts of an absolute path between its slashes, empty ones left out.
+std::vector<std::string>
+PathParts(const std::string& path)
+{
+	std::vector<std::string> parts;
+	size_t start = 0;
+	while (start < path.size()) {
+		size_t end = std::min(path.find('/', start), path.size());
+		if (end > start)
+			parts.push_back(path.substr(start, end - start));
+		start = end + 1;
+	}
+	return parts;
+}
+
+// Adds part to path as written: ".." goes up, "." stays.
+void
+AppendPart(std::string* path, const std::string& part)
+{
+	if (part == "..")
+		path->erase(std::max<size_t>(path->rfind('/'), 1));
+	else if (part != ".")
+		*path += (path->back() == '/' ? "" : "/") + part;
+}
+
+// The canonical path of an existing path (realpath); false when it has none.
+bool
+Canonical(const std::string& path, std::string* canonical)
+{
+	std::unique_ptr<char, decltype(&free)> real(realpath(path.c_str(), nullptr), &free);
+	if (!real)
+		return false;
+	*canonical = real.get();
+	return true;
+}
+
+// The folder of the first count parts as the kernel reaches it: the longest
+// start of them that exists through realpath, the rest, which does not exist,
+// as written.
+std::string
+ResolvedFolder(const std::vector<std::string>& parts, size_t count)
+{
+	size_t resolved = count;
+	std::string result = "/";
+	for (; resolved > 0; resolved--) {
+		std::string folder;
+		for (size_t i = 0; i < resolved; i++)
+			folder += "/" + parts[i];
+		if (Canonical(folder, &result))
+			break;
+	}
+	for (size_t i = resolved; i < count; i++)
+		AppendPart(&result, parts[i]);
+	return result;
+}
+
+}	// namespace
+
+std::string
+followed_path(const std::string& path)
+{
+	std::string canonical;
+	return Canonical(path, &canonical) ? canonical : path;
+}
+
 std::string
 normalized_path(const char* path, const std::string& base)
 {
@@ -91,25 +161,15 @@ normalized_path(const char* path, const std::string& base)
 		full = std::string(cwd) + "/" + path;
 	}
 
-	std::vector<std::string> parts;
-	size_t start = 0;
-	while (start <= full.size()) {
-		size_t end = full.find('/', start);
-		if (end == std::string::npos)
-			end = full.size();
-		std::string part = full.substr(start, end - start);
-		if (part == "..") {
-			if (!parts.empty())
-				parts.pop_back();
-		} else if (!part.empty() && part != ".")
-			parts.push_back(std::move(part));
-		start = end + 1;
-	}
-
-	std::string result;
-	for (const std::string& part : parts)
-		result += "/" + part;
-	return result.empty() ? std::string("/") : result;
+	// A leaf "." or ".." is a folder reached through every part before it; any
+	// other leaf is the entry itself, a link included, unless a slash after it
+	// asks for the folder it leads to.
+	std::vector<std::string> parts = PathParts(full);
+	bool isFolder = parts.empty() || parts.back() == "." || parts.back() == "..";
+	std::string result = ResolvedFolder(parts, isFolder ? parts.size() : parts.size() - 1);
+	if (!isFolder)
+		AppendPart(&result, parts.back());
+	return full.back() == '/' ? followed_path(result) : result;
 }
 
 std::string

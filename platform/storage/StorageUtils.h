@@ -14,9 +14,15 @@ status_t status_for_errno(int error);
 // The status code for the current errno.
 status_t last_status();
 
-// path made absolute (from base, else the current folder) and normalised: no ".",
-// "..", doubled or trailing slashes. An empty path gives an empty result.
+// path made absolute (from base, else the current folder) and normalised as the
+// kernel resolves it: its folders through realpath, so that ".." after a link
+// leaves the link's target, the leaf kept as it is (a link is not followed
+// unless a slash comes after it); folders that do not exist are taken as
+// written. No ".", "..", doubled or trailing slashes remain. An empty path
+// gives an empty result.
 std::string normalized_path(const char* path, const std::string& base = std::string());
+// The canonical path of an existing path (realpath), else path unchanged.
+std::string followed_path(const std::string& path);
 std::string parent_of(const std::string& path);
 std::string leaf_of(const std::string& path);
 

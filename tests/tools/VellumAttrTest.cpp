@@ -6,11 +6,13 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <unistd.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -163,4 +165,61 @@ TEST(VellumAttrTest, PathsAreReadAsTheKernelReadsThem)
 	EXPECT_EQ(0, RunTool({"list", folder.Root() + "/"}));
 	// A namespace Linux does not know is refused, not written elsewhere.
 	EXPECT_EQ(1, RunTool({"set", file, "foo.bar", "XATR", "x"}));
+}
+
+TEST(VellumAttrTest, DotDotAfterALinkIsTheFolderAboveItsTarget)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string sub = folder.Path("sub");
+	ASSERT_EQ(0, mkdir(sub.c_str(), 0755));
+	ASSERT_EQ(0, mkdir((sub + "/inner").c_str(), 0755));
+	ASSERT_EQ(0, symlink("sub/inner", folder.Path("dl").c_str()));
+	ASSERT_EQ(0, RunTool({"set", folder.Path("dl/.."), "where", "CSTR", "here"}));
+	EXPECT_EQ("here", Stored(sub, "where#CSTR"));
+	EXPECT_EQ("(none)", Stored(folder.Root(), "where#CSTR"));
+}
+
+TEST(VellumAttrTest, AttributesOfOneNameAndCrowdedNodesStayReachable)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string file = folder.File("twice");
+	ASSERT_EQ(0, setxattr(file.c_str(), "user.haiku.k#LONG", "\x2a\0\0\0", 4, 0));
+	ASSERT_EQ(0, setxattr(file.c_str(), "user.haiku.k#CSTR", "text", 4, 0));
+	std::string output = folder.Path("output");
+	auto read = [&] {
+		std::ifstream in(output, std::ios::binary);
+		return std::string(std::istreambuf_iterator<char>(in), {});
+	};
+	ASSERT_EQ(0, RunTool({"list", file}, output));
+	std::string listing = read();
+	EXPECT_EQ(2, std::count(listing.begin(), listing.end(), '\n')) << listing;
+	EXPECT_EQ(0u, listing.find("k\t")) << listing;
+	size_t other = listing.find("\nuser.haiku.k#");
+	ASSERT_NE(std::string::npos, other) << listing;
+	std::string alias = listing.substr(other + 1, listing.find('\t', other) - other - 1);
+	EXPECT_EQ(0, RunTool({"get", file, alias}, output));
+	EXPECT_EQ(alias == "user.haiku.k#CSTR" ? "text" : std::string("\x2a\0\0\0", 4), read());
+
+	RunTool({"set", file, "k", "CSTR", "new"});
+	EXPECT_NE("(none)", Stored(file, "k#LONG"));
+	EXPECT_NE("(none)", Stored(file, "k#CSTR"));
+	EXPECT_EQ(0, RunTool({"rm", file, alias}));
+	EXPECT_EQ("(none)", Stored(file, alias.substr(strlen("user.haiku."))));
+
+	// More names than Linux lists: the listing says so, names still work.
+	std::string crowded = folder.File("crowded");
+	for (int i = 0; i < 400; i++) {
+		std::string xattr = "user.haiku." + std::to_string(i) + std::string(200, 'f') + "#CSTR";
+		ASSERT_EQ(0, setxattr(crowded.c_str(), xattr.c_str(), "v", 1, 0));
+	}
+	EXPECT_EQ(1, RunTool({"list", crowded}));
+	std::string name = "7" + std::string(200, 'f');
+	EXPECT_EQ(0, RunTool({"get", crowded, name}, output));
+	EXPECT_EQ("v", read());
+	EXPECT_EQ(0, RunTool({"set", crowded, "n", "LONG", "5"}));
+	EXPECT_EQ(BytesOf(int32(5)), Stored(crowded, "n#LONG"));
+	EXPECT_EQ(0, RunTool({"rm", crowded, name}));
+	EXPECT_EQ("(none)", Stored(crowded, name + "#CSTR"));
 }

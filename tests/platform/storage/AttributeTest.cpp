@@ -1,8 +1,11 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include <Node.h>
 #include <TypeConstants.h>
@@ -210,4 +213,93 @@ TEST(Attribute, ManyAttributesReadInLinearTime)
 	BNode crowded(fill(10000).c_str());
 	char name[B_ATTR_NAME_LENGTH];
 	EXPECT_EQ(crowded.GetNextAttrName(name), B_BAD_DATA);
+}
+
+// Two extended attributes that map to one name: the first listed keeps it, the
+// other is listed under its own full name as a foreign attribute, and neither
+// is changed or removed through the other's name.
+TEST(Attribute, ExtendedAttributesOfOneNameAreAllReachable)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string path = folder.File("a");
+	int32 number = 42;
+	ASSERT_EQ(0, setxattr(path.c_str(), "user.haiku.k#LONG", &number, 4, 0));
+	ASSERT_EQ(0, setxattr(path.c_str(), "user.haiku.k#CSTR", "text", 4, 0));
+	ASSERT_EQ(0, setxattr(path.c_str(), "user.haiku.c#LONG", "four", 4, 0));
+	ASSERT_EQ(0, setxattr(path.c_str(), "user.haiku.c#4c4f4e47", "hex!", 4, 0));
+	char listing[256];
+	ssize_t length = listxattr(path.c_str(), listing, sizeof(listing));
+	ASSERT_GT(length, 0);
+	std::vector<std::string> xattrs;
+	for (ssize_t offset = 0; offset < length; offset += strlen(listing + offset) + 1)
+		xattrs.emplace_back(listing + offset);
+	auto second = [&](const char* one, const char* other) {
+		return std::find(xattrs.begin(), xattrs.end(), one)
+			< std::find(xattrs.begin(), xattrs.end(), other) ? other : one;
+	};
+	std::string kAlias = second("user.haiku.k#LONG", "user.haiku.k#CSTR");
+	std::string cAlias = second("user.haiku.c#LONG", "user.haiku.c#4c4f4e47");
+
+	BNode node(path.c_str());
+	std::vector<std::string> names = AttrNames(node);
+	std::sort(names.begin(), names.end());
+	std::vector<std::string> expected{"c", "k", kAlias, cAlias};
+	std::sort(expected.begin(), expected.end());
+	EXPECT_EQ(names, expected);
+	attr_info info;
+	ASSERT_EQ(node.GetAttrInfo(kAlias.c_str(), &info), B_OK);
+	EXPECT_EQ(info.type, uint32(B_XATTR_TYPE));
+	std::string kValue = kAlias == "user.haiku.k#CSTR" ? "text" : std::string("*\0\0\0", 4);
+	EXPECT_EQ(ReadString(node, kAlias.c_str()), kValue);
+	EXPECT_NE(ReadString(node, "k"), kValue);
+
+	// A write of k as a string never takes the place of the other one unasked.
+	node.WriteAttr("k", B_STRING_TYPE, 0, "new", 3);
+	char value[8];
+	for (const char* xattr : {"user.haiku.k#LONG", "user.haiku.k#CSTR"})
+		EXPECT_EQ(4, getxattr(path.c_str(), xattr, value, sizeof(value))) << xattr;
+	// Removing one by its name leaves the other, which then takes the name.
+	ASSERT_EQ(node.RemoveAttr(cAlias.c_str()), B_OK);
+	EXPECT_EQ(-1, getxattr(path.c_str(), cAlias.c_str(), value, sizeof(value)));
+	EXPECT_EQ(ReadString(node, "c"), cAlias == "user.haiku.c#LONG" ? "hex!" : "four");
+	ASSERT_EQ(node.RemoveAttr("c"), B_OK);
+	EXPECT_EQ(node.GetAttrInfo("c", &info), B_ENTRY_NOT_FOUND);
+}
+
+// Linux cannot list the names of a node beyond 64 KiB, but each attribute is
+// still read, written and removed by its name.
+TEST(Attribute, ANodeWithMoreNamesThanLinuxListsIsReachedByName)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string path = folder.File("crowded");
+	std::string filler(200, 'f');
+	for (int i = 0; i < 400; i++) {
+		std::string xattr = "user.haiku." + std::to_string(i) + filler + "#LONG";
+		ASSERT_EQ(0, setxattr(path.c_str(), xattr.c_str(), &i, sizeof(i), 0));
+	}
+	ASSERT_EQ(0, setxattr(path.c_str(), "user.xdg.comment", "hi", 2, 0));
+	BNode node(path.c_str());
+	ASSERT_EQ(node.RewindAttrs(), B_BAD_DATA);
+
+	attr_info info;
+	std::string first = "7" + filler;
+	ASSERT_EQ(node.GetAttrInfo(first.c_str(), &info), B_OK);
+	EXPECT_EQ(info.type, uint32(B_INT32_TYPE));
+	int32 number = 0;
+	EXPECT_EQ(node.ReadAttr(first.c_str(), 0, 0, &number, 4), 4);
+	EXPECT_EQ(number, 7);
+	EXPECT_EQ(ReadString(node, "user.xdg.comment"), "hi");
+
+	// Retyping still replaces the attribute of the other type.
+	ASSERT_EQ(node.WriteAttr(first.c_str(), B_STRING_TYPE, 0, "seven", 5), 5);
+	ASSERT_EQ(node.GetAttrInfo(first.c_str(), &info), B_OK);
+	EXPECT_EQ(info.type, uint32(B_STRING_TYPE));
+	char value[8];
+	EXPECT_EQ(-1, getxattr(path.c_str(), ("user.haiku." + first + "#LONG").c_str(), value,
+		sizeof(value)));
+	ASSERT_EQ(node.RemoveAttr(first.c_str()), B_OK);
+	EXPECT_EQ(node.GetAttrInfo(first.c_str(), &info), B_ENTRY_NOT_FOUND);
+	EXPECT_EQ(node.RemoveAttr("absent"), B_ENTRY_NOT_FOUND);
 }

@@ -103,6 +103,40 @@ TEST(Entry, LinksAreNotTraversedUnlessAsked)
 	EXPECT_FALSE(broken.Exists());
 }
 
+// A path names the node the kernel would reach: ".." after a link leaves the
+// link's target, a link leaf stays itself, and folders that do not exist are
+// taken as written.
+TEST(Entry, PathsResolveAsTheKernelResolvesThem)
+{
+	TempFolder folder;
+	std::string sub = folder.Path("sub");
+	ASSERT_EQ(mkdir(sub.c_str(), 0755), 0);
+	ASSERT_EQ(mkdir(folder.Path("sub/inner").c_str(), 0755), 0);
+	ASSERT_EQ(symlink("sub/inner", folder.Path("dl").c_str()), 0);
+	std::string up = folder.Path("dl/..");
+
+	EXPECT_TRUE(BPath(up.c_str()) == sub.c_str());
+	EXPECT_TRUE(BPath(folder.Path("dl").c_str(), "../x") == folder.Path("sub/x").c_str());
+	BPath path;
+	ASSERT_EQ(BEntry(up.c_str()).GetPath(&path), B_OK);
+	EXPECT_TRUE(path == sub.c_str());
+	struct stat st;
+	ASSERT_EQ(stat(sub.c_str(), &st), 0);
+	struct stat reached;
+	ASSERT_EQ(BNode(up.c_str()).GetStat(&reached), B_OK);
+	EXPECT_EQ(reached.st_ino, st.st_ino);
+	BDirectory dir(folder.Path("dl").c_str());
+	EXPECT_TRUE(BEntry(&dir, "../inner").Exists());
+
+	EXPECT_TRUE(BEntry(folder.Path("dl").c_str()).IsSymLink()) << "the leaf stays a link";
+	EXPECT_TRUE(BEntry(folder.Path("dl/").c_str()).IsDirectory()) << "unless a slash follows";
+
+	EXPECT_TRUE(BPath(folder.Path("none/../x").c_str()) == folder.Path("x").c_str());
+	EXPECT_EQ(BPath(folder.Path("none").c_str(), "x", true).InitCheck(), B_ENTRY_NOT_FOUND)
+		<< "normalising asks for the folder to exist";
+	EXPECT_TRUE(BPath(folder.Path("").c_str(), "sub/x", true) == folder.Path("sub/x").c_str());
+}
+
 TEST(Entry, TimesAndSizes)
 {
 	TempFolder folder;
