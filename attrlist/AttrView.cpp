@@ -9,6 +9,7 @@
 #include <Application.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
+#include <Node.h>
 #include <OS.h>
 #include <ScrollView.h>
 #include <Window.h>
@@ -58,6 +59,10 @@ const BRect kIconWindowFrame(100, 100, 228, 228);
 const int kIconWindowSlot = 2;
 // Colour bitmaps of this many bytes or more are 32 pixels square.
 const long kLargeColorBitmap = 1024;
+
+// The title of a node with more attribute names than Linux can list: its
+// attributes are there, only not listed.
+const char* const kUnlistedTitle = "Attributes (more names than Linux can list)";
 
 // The container keeps this much of the panel's border free.
 const float kContainerInset = 2.0f;
@@ -185,7 +190,10 @@ AttrView::AddAttrInfo(entry_ref* ref)
 		window->EnableUpdates();
 	ShowView(kHeadersName);
 	ShowView(kScrollName);
-	UpdateTitle(count);
+	if (count == B_BAD_DATA)
+		SetLabel(kUnlistedTitle);
+	else
+		UpdateTitle(count);
 	Invalidate();
 }
 
@@ -215,6 +223,10 @@ AttrView::UpdateTitle(long count)
 {
 	if (count < 0) {
 		BrindleFile* file = File();
+		if (file != nullptr && BNode(file).RewindAttrs() == B_BAD_DATA) {
+			SetLabel(kUnlistedTitle);
+			return;
+		}
 		count = file != nullptr ? file->CountAttrs() : 0;
 	}
 	char title[64];
@@ -428,6 +440,8 @@ AttrView::pvEmptyList()
 		delete list->RemoveItem(index);
 }
 
+// Adds a row for every attribute of file; the number of rows, or B_BAD_DATA
+// for a node with more names than Linux can list.
 int32
 AttrView::pvReadAttributes(BrindleFile& file)
 {
@@ -435,7 +449,8 @@ AttrView::pvReadAttributes(BrindleFile& file)
 	char name[B_ATTR_NAME_LENGTH];
 	// One buffer serves every value; each row keeps its own copy.
 	std::vector<char> buffer;
-	file.RewindAttrs();
+	if (file.RewindAttrs() == B_BAD_DATA)
+		return B_BAD_DATA;
 	while (file.GetNextAttrName(name) == B_OK) {
 		attr_info info;
 		if (file.GetAttrInfo(name, &info) != B_OK || info.size < 0)

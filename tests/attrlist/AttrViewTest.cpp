@@ -354,3 +354,32 @@ TEST(AttrViewTest, WritesReplacesAndRemovesOnTheNodeOfItsInspector)
 		EXPECT_EQ(B_OK, node.GetAttrInfo("other", &info));
 	});
 }
+
+TEST(AttrViewTest, NoAttributeIsHiddenNorANodeTooCrowdedToListShownEmpty)
+{
+	TempFolder folder;
+	ASSERT_XATTRS(folder);
+	std::string twice = folder.File("twice");
+	setxattr(twice.c_str(), "user.haiku.k#LONG", "\x2a\0\0\0", 4, 0);
+	setxattr(twice.c_str(), "user.haiku.k#CSTR", "text", 4, 0);
+	std::string crowded = folder.File("crowded");
+	for (int i = 0; i < 400; i++) {
+		std::string xattr = "user.haiku." + std::to_string(i) + std::string(200, 'f') + "#CSTR";
+		setxattr(crowded.c_str(), xattr.c_str(), "v", 1, 0);
+	}
+	WindowTester::RunHeadless([&] {
+		PanelWindow w;
+		w.Show(twice);
+		ASSERT_TRUE(w.window->Lock());
+		EXPECT_STREQ("Attributes (2)", w.panel->Label());
+		EXPECT_EQ((Columns{"k", "LONG", "4", "42 '...*' 0x0000002A"}), w.ColumnsOf("k"));
+		EXPECT_EQ((Columns{"user.haiku.k#CSTR", "XATR", "4", "text"}),
+			w.ColumnsOf("user.haiku.k#CSTR"));
+		w.window->Unlock();
+
+		w.Show(crowded);
+		ASSERT_TRUE(w.window->Lock());
+		EXPECT_STREQ("Attributes (more names than Linux can list)", w.panel->Label());
+		w.window->Unlock();
+	});
+}
