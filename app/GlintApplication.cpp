@@ -4,6 +4,7 @@
 #include <InterfaceDefs.h>
 #include <Message.h>
 #include <OS.h>
+#include <Screen.h>
 #include <String.h>
 
 #include "BrindleFile.h"
@@ -87,6 +88,7 @@ GlintApplication::GetPrefs()
 	if ((modifiers() & B_OPTION_KEY) != 0)
 		return;
 	ReadWindowRects(fWindowRects, kSavedSlotCount);
+	FitWindowRects(fWindowRects, kSavedSlotCount, BScreen().Frame());
 }
 
 void

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -123,6 +124,15 @@ ReadWindowRects(BRect* rects, int32 count)
 		return;
 	ReadRects(lines, rects, count);
 	close(file);
+}
+
+void
+FitWindowRects(BRect* rects, int32 count, BRect screen)
+{
+	for (int32 slot = 0; slot < count; slot++) {
+		rects[slot].right = rects[slot].left + std::min(rects[slot].Width(), screen.Width());
+		rects[slot].bottom = rects[slot].top + std::min(rects[slot].Height(), screen.Height());
+	}
 }
 
 void

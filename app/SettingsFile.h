@@ -13,6 +13,11 @@
 // missing file or another version leaves rects as they are.
 void ReadWindowRects(BRect* rects, int32 count);
 
+// Cuts every rectangle larger than screen down to its size, keeping its
+// top-left corner: a damaged file or one from a larger screen never asks for
+// a window larger than can be shown.
+void FitWindowRects(BRect* rects, int32 count, BRect screen);
+
 // Writes the version line and count rectangles; failures are silent.
 void WriteWindowRects(const BRect* rects, int32 count);
 

@@ -68,6 +68,20 @@ LookAndFeel(window_type type, window_look* look, window_feel* feel)
 	}
 }
 
+// frame with a size within the limits and no larger than the screen, its
+// top-left kept: a frame remembered from elsewhere or damaged never asks for
+// more than can be shown.
+BRect
+FittedFrame(BRect frame, float minWidth, float maxWidth, float minHeight, float maxHeight)
+{
+	BRect screen = BScreen().Frame();
+	frame.right = frame.left + std::clamp(frame.Width(), minWidth,
+		std::max(minWidth, std::min(maxWidth, screen.Width())));
+	frame.bottom = frame.top + std::clamp(frame.Height(), minHeight,
+		std::max(minHeight, std::min(maxHeight, screen.Height())));
+	return frame;
+}
+
 }	// namespace
 
 BWindow::BWindow(BRect frame, const char* title, window_type type, uint32 flags,
@@ -93,6 +107,7 @@ BWindow::pvInit(BRect frame, const char* title, window_look look, window_feel fe
 	uint32 flags, uint32 workspace)
 {
 	fTitle = title != nullptr ? title : "";
+	frame = FittedFrame(frame, fMinWidth, fMaxWidth, fMinHeight, fMaxHeight);
 	fFrame = frame;
 	fLook = look;
 	fFeel = feel;

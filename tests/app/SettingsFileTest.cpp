@@ -146,3 +146,13 @@ TEST_F(SettingsFileTest, ASettingsFolderPathTooLongIsNeverUsed)
 	ExpectDefaultsFrom(0);
 	EXPECT_FALSE(std::filesystem::exists(deep + "/Vellum_Settings"));
 }
+
+TEST_F(SettingsFileTest, RectanglesLargerThanTheScreenAreCutToIt)
+{
+	fSettings.WriteSettings("0\n0 0 60000 60000\n-5 10 50 100\n");
+	ReadWindowRects(fRects, 5);
+	FitWindowRects(fRects, 5, BRect(0, 0, 1279, 1023));
+	EXPECT_EQ(BRect(0, 0, 1279, 1023), fRects[0]);
+	EXPECT_EQ(BRect(-5, 10, 50, 100), fRects[1]) << "what fits stays as it was";
+	ExpectDefaultsFrom(2);
+}

@@ -216,3 +216,16 @@ TEST(WindowTest, AWindowPlacedOffTheScreenIsShownOnIt)
 		placed->Unlock();
 	});
 }
+
+TEST(WindowTest, AFrameLargerThanTheScreenIsCutToItWhenTheWindowIsBuilt)
+{
+	WindowTester::RunHeadless([] {
+		BRect screen = BScreen().Frame();
+		BWindow* huge = new BWindow(BRect(10, 20, 60009, 60019), "Huge", B_TITLED_WINDOW, 0);
+		BRect frame = huge->Frame();
+		EXPECT_EQ(BPoint(10, 20), frame.LeftTop());
+		EXPECT_EQ(screen.Width(), frame.Width());
+		EXPECT_EQ(screen.Height(), frame.Height());
+		EXPECT_EQ(frame.Width(), huge->Bounds().Width());
+	});
+}
