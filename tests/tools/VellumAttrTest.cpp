@@ -58,6 +58,14 @@ Stored(const std::string& path, const std::string& xattr)
 	return length < 0 ? "(none)" : std::string(value, size_t(length));
 }
 
+// The whole contents of the file at path.
+std::string
+Contents(const std::string& path)
+{
+	std::ifstream in(path, std::ios::binary);
+	return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
 template<typename T>
 std::string
 BytesOf(T value)
@@ -139,10 +147,7 @@ TEST(VellumAttrTest, ListingShowsValuesAsTheWindowDoesAndNothingReachesTheTermin
 	ASSERT_EQ(0, setxattr(file.c_str(), evil, value, sizeof(value) - 1, 0));
 	ASSERT_EQ(0, setxattr(file.c_str(), "user.haiku.right\xe2\x80\xaeleft#CSTR", "x", 1, 0));
 	std::string listing = folder.Path("listing");
-	auto read = [&] {
-		std::ifstream in(listing, std::ios::binary);
-		return std::string(std::istreambuf_iterator<char>(in), {});
-	};
+	auto read = [&] { return Contents(listing); };
 	ASSERT_EQ(0, RunTool({"list", file}, listing));
 	std::string shown = read();
 	EXPECT_NE(std::string::npos, shown.find("count\tLONG\t4\t42 '...*' 0x0000002A\n"));
@@ -188,10 +193,7 @@ TEST(VellumAttrTest, AttributesOfOneNameAndCrowdedNodesStayReachable)
 	ASSERT_EQ(0, setxattr(file.c_str(), "user.haiku.k#LONG", "\x2a\0\0\0", 4, 0));
 	ASSERT_EQ(0, setxattr(file.c_str(), "user.haiku.k#CSTR", "text", 4, 0));
 	std::string output = folder.Path("output");
-	auto read = [&] {
-		std::ifstream in(output, std::ios::binary);
-		return std::string(std::istreambuf_iterator<char>(in), {});
-	};
+	auto read = [&] { return Contents(output); };
 	ASSERT_EQ(0, RunTool({"list", file}, output));
 	std::string listing = read();
 	EXPECT_EQ(2, std::count(listing.begin(), listing.end(), '\n')) << listing;
