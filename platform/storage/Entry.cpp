@@ -87,12 +87,17 @@ BEntry::SetTo(const char* path, bool traverse)
 	std::string full = normalized_path(path);
 	if (full.empty())
 		return fStatus = B_BAD_VALUE;
-	// As the kernel reads it, a path that ends in a slash names a folder.
+	// As the kernel reads it, a path that ends in a slash names a folder, one
+	// that may not exist yet.
 	size_t length = strlen(path);
 	struct stat st;
-	if (length > 1 && path[length - 1] == '/'
-		&& (stat(path, &st) == 0 ? !S_ISDIR(st.st_mode) : errno == ENOTDIR))
-		return fStatus = B_NOT_A_DIRECTORY;
+	if (length > 1 && path[length - 1] == '/') {
+		int result = stat(path, &st);
+		if (result == 0 && !S_ISDIR(st.st_mode))
+			return fStatus = B_NOT_A_DIRECTORY;
+		if (result != 0 && errno != ENOENT)
+			return fStatus = last_status();
+	}
 	if (traverse && (fStatus = Traverse(&full)) != B_OK)
 		return fStatus;
 	if (leaf_of(full).size() >= B_FILE_NAME_LENGTH)

@@ -181,6 +181,9 @@ TEST(VellumAttrTest, DotDotAfterALinkIsTheFolderAboveItsTarget)
 	ASSERT_EQ(0, mkdir((sub + "/inner").c_str(), 0755));
 	ASSERT_EQ(0, symlink("sub/inner", folder.Path("dl").c_str()));
 	ASSERT_EQ(0, RunTool({"set", folder.Path("dl/.."), "where", "CSTR", "here"}));
+	// A slash after a link loop asks for a folder that cannot be reached.
+	ASSERT_EQ(0, symlink("loop", folder.Path("loop").c_str()));
+	EXPECT_EQ(1, RunTool({"list", folder.Path("loop/")}));
 	EXPECT_EQ("here", Stored(sub, "where#CSTR"));
 	EXPECT_EQ("(none)", Stored(folder.Root(), "where#CSTR"));
 }
