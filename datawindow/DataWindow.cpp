@@ -557,18 +557,16 @@ DataWindow::FindDataWindow(const char* nodeName, const char* attrName)
 	return dynamic_cast<DataWindow*>(FindFrontWindow(kWindowName, title));
 }
 
-DataWindow*
+BWindow*
 DataWindow::FindNextOfNode(BWindow* after, const char* nodeName)
 {
 	String prefix(nodeName);
 	prefix << ": ";
 	for (BWindow* window = FindNextWindow(after, kWindowName, nullptr); window != nullptr;
 			window = FindNextWindow(window, kWindowName, nullptr)) {
-		auto dataWindow = dynamic_cast<DataWindow*>(window);
 		const char* title = window->Title();
-		if (dataWindow != nullptr && title != nullptr
-			&& strncasecmp(title, prefix, prefix.Length()) == 0)
-			return dataWindow;
+		if (title != nullptr && strncasecmp(title, prefix, prefix.Length()) == 0)
+			return window;
 	}
 	return nullptr;
 }

@@ -333,7 +333,7 @@ GlWindow::pvCloseDataWindows()
 	if (file == nullptr)
 		return true;
 	std::vector<BMessenger> windows;
-	for (DataWindow* window = DataWindow::FindNextOfNode(nullptr, file->Name());
+	for (BWindow* window = DataWindow::FindNextOfNode(nullptr, file->Name());
 			window != nullptr; window = DataWindow::FindNextOfNode(window, file->Name()))
 		windows.push_back(BMessenger(window));
 	for (const BMessenger& messenger : windows) {
