@@ -192,6 +192,7 @@ DataWindow::SetupMenu()
 void
 DataWindow::SetFile(BrindleFile* file)
 {
+	BAutolock lock(this);
 	fFile.reset(file != nullptr ? new BrindleFile(*file) : nullptr);
 }
 
@@ -231,8 +232,9 @@ DataWindow::SetTitleAndHeader(uint32 type, uint32 size, const char* name)
 		snprintf(title, sizeof(title), "%s: %s", fFile != nullptr ? fFile->Name() : "", name);
 		SetTitle(title);
 	}
-	String header = MakeHeaderString(type, size, name);
-	fName = name != nullptr ? name : "";
+	if (name != nullptr)
+		fName = name;
+	String header = MakeHeaderString(type, size, fName);
 	fType = type;
 	fSize = size;
 	for (long index = kStringView; index < kHexView; index++) {

@@ -1,7 +1,5 @@
 #include "GlintView.h"
 
-#include <strings.h>
-
 #include <cmath>
 #include <cstring>
 #include <vector>
