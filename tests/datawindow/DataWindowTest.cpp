@@ -230,6 +230,37 @@ TEST(DataWindowTest, CancelKeepsTheWindowAndDiscardPutsTheValueBack)
 	});
 }
 
+TEST(DataWindowTest, OnlyTheDataFieldIsCutAndElsewhereTheFieldsComeBack)
+{
+	WithCommentFile([](Inspector& w, const std::string&) {
+		DataWindow* window = OpenFromRow(w, "comment");
+		WindowTester tester(window);
+		auto cutIn = [&](const char* field) {
+			ASSERT_TRUE(window->Lock());
+			auto control = dynamic_cast<BTextControl*>(window->FindView(field));
+			control->MakeFocus(true);
+			control->TextView()->SelectAll();
+			window->Unlock();
+			BMessage cut(B_CUT);
+			cut.AddPointer("source", window);
+			window->PostMessage(&cut);
+			ASSERT_EQ(B_OK, tester.WaitForIdle());
+		};
+		SetField(window, "StringView", "Name", "renamed");
+		{
+			AlertScript alerts;
+			cutIn("Name");
+			ASSERT_EQ(1u, alerts.Seen().size());
+			EXPECT_EQ("NotYetImplementedAlert", alerts.Seen()[0].title);
+			EXPECT_EQ("comment", FieldOf(window, "StringView", "Name"));
+		}
+		AlertScript alerts;
+		cutIn("Data");
+		EXPECT_TRUE(alerts.Seen().empty());
+		EXPECT_EQ("", FieldOf(window, "StringView", "Data"));
+	});
+}
+
 TEST(DataWindowTest, AFailedWriteSaysSoAndKeepsTheValue)
 {
 	WithCommentFile([](Inspector& w, const std::string& path) {
