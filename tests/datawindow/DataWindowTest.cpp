@@ -34,8 +34,9 @@ OpenFromRow(Inspector& w, const char* name)
 	if (opener >= 0)
 		wait_for_thread(opener, &result);
 	DataWindow* window = DataWindow::FindDataWindow("file", name);
-	if (window != nullptr)
+	if (window != nullptr) {
 		EXPECT_EQ(B_OK, WindowTester(window).WaitForIdle());
+	}
 	return window;
 }
 
