@@ -133,31 +133,6 @@ TEST(GlWindowTest, APastelFrameSurroundsTheWhitePanel)
 	});
 }
 
-TEST(GlWindowTest, TheFileMenuListsItsCommandsWithTheirShortcuts)
-{
-	WindowTester::RunHeadless([] {
-		GlWindow* window = ShowInspector();
-		ASSERT_TRUE(window->Lock());
-		BMenuBar* bar = dynamic_cast<BMenuBar*>(window->ChildAt(0));
-		ASSERT_NE(bar, nullptr);
-		EXPECT_STREQ(bar->Name(), "main menu");
-		ASSERT_EQ(bar->CountItems(), 2);
-		EXPECT_STREQ(bar->ItemAt(1)->Label(), "Edit");
-		BMenu* file = bar->SubmenuAt(0);
-		ASSERT_NE(file, nullptr);
-		std::string items;
-		for (int32 i = 0; BMenuItem* item = file->ItemAt(i); i++) {
-			items += item->Label();
-			if (item->Shortcut() != 0)
-				items += std::string("^") + item->Shortcut();
-			items += "|";
-		}
-		window->Unlock();
-		EXPECT_EQ(items, "About Vellum...||Select node...^O|Close^W||Reveal in Tracker^R|"
-			"Add attribute..||Quit^Q|");
-	});
-}
-
 TEST(GlWindowTest, ALoadedWindowEnablesItsNodeCommandsAndEditing)
 {
 	TempFolder folder;
