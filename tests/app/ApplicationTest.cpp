@@ -249,16 +249,6 @@ TEST_F(ApplicationTest, CommandLinePathsAreReadFromTheProgramsOwnPathOn)
 	});
 }
 
-TEST_F(ApplicationTest, ADamagedSettingsFileNeverStopsTheLaunch)
-{
-	fSettings.WriteSettings(std::string("\0\xff\x12\n\n-", 6));
-	WindowTester::HoldModifiers(B_SHIFT_KEY);
-	RunVellum({"vellum"}, [](GlintApplication*) {
-		ASSERT_EQ(1u, InspectorWindows().size());
-		EXPECT_EQ(kDefaultInspectorFrame, InspectorWindows()[0]->Frame());
-	});
-}
-
 TEST_F(ApplicationTest, OptionSkipsTheFileAndOnlyTheLastCloseWritesIt)
 {
 	fSettings.WriteSettings("0\n30 40 430 310\n");

@@ -327,28 +327,6 @@ TEST(GlWindowTest, SelectNodeOpensAFilePanelAndAboutOpensCentredOnTheWindow)
 	});
 }
 
-TEST(GlWindowTest, OnlyTheLastInspectorToCloseWritesTheSettings)
-{
-	SettingsFolder settings;
-	WindowTester::RunApplicationHeadless([] { return new PlainLaunch(); }, [&] {
-		QuitCounter quits;
-		// The application opens the first inspector at the remembered place.
-		BWindow* first = be_app->WindowAt(0);
-		ASSERT_NE(dynamic_cast<GlWindow*>(first), nullptr);
-		GlWindow* second = ShowInspector();
-		second->MoveTo(200, 150);
-		CloseWithCloseBox(second);
-		EXPECT_TRUE(HasClosed(second));
-		EXPECT_EQ(settings.Settings(), "");
-		EXPECT_EQ(quits.Count(), 0);
-
-		CloseWithCloseBox(first);
-		EXPECT_TRUE(HasClosed(first));
-		EXPECT_EQ(quits.Count(), 1);
-		EXPECT_EQ(settings.Settings().substr(0, 16), "0\n60 60 460 330\n");
-	});
-}
-
 namespace {
 
 // Counts the times a file in a folder is written and closed.

@@ -67,15 +67,6 @@ TEST(RoundTrip, IntegersUpToThreeDigitsReadBackUnchanged)
 	CheckIntegers<int8>('CHAR', "CHAR", -128, 127);
 }
 
-TEST(RoundTrip, GroupedIntegersReadBackTheirFirstGroup)
-{
-	// By design: unchanged text is read whole by atol, which stops at the
-	// first thousands separator.
-	std::string text = Shown('LONG', int32(1234567));
-	EXPECT_EQ(ReadBack<int32>(ExtractNumValue(text.c_str(), text.c_str(), "LONG",
-		nullptr)), 1);
-}
-
 TEST(RoundTrip, EditedHexDigitsReadBackExactly)
 {
 	std::mt19937_64 random(7);
