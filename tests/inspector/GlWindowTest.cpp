@@ -154,12 +154,6 @@ TEST(GlWindowTest, RefsGoToTheWindowAsDropsOrOneByIndex)
 		folder.File("third")};
 	WindowTester::RunHeadless([&] {
 		GlWindow* window = ShowInspector();
-		// A drop of three on the window shows the first there, and no other
-		// window opens.
-		DropOnInspector(window, files);
-		EXPECT_EQ(FieldText(window, "Name"), "first");
-		EXPECT_EQ(be_app->CountWindows(), 1);
-
 		// A file panel's answer shows its first entry.
 		BMessage panelAnswer = RefsMessage(B_REFS_RECEIVED, {files[1], files[2]});
 		window->PostMessage(&panelAnswer);
@@ -189,6 +183,7 @@ TEST(GlWindowTest, ADropAnywhereOnTheWindowShowsItsFirstFile)
 			EXPECT_EQ(FieldText(window, "Name"), "first") << target;
 			DropOnInspector(window, {files[1], files[0]}, target);
 			EXPECT_EQ(FieldText(window, "Name"), "second") << target;
+			EXPECT_EQ(be_app->CountWindows(), 1) << "no other window opens";
 			EXPECT_LT(system_time() - start, 1000000) << target;
 			window->Lock();
 			window->Quit();
