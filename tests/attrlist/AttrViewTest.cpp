@@ -17,7 +17,6 @@
 #include "CMultiTextItem.h"
 #include "DisplayStrings.h"
 #include "GlintView.h"
-#include "ItemView.h"
 #include "SpecialListView.h"
 #include "platform/storage/TempFolder.h"
 

@@ -22,8 +22,6 @@
 
 namespace {
 
-const std::vector<const char*> kLoadedViews = {"Info Panel", "Inst2", "NewAttr"};
-
 // Which of the panel's optional views are shown, as "Info Panel,Inst2,...".
 std::string
 ShownViews(BWindow* window)

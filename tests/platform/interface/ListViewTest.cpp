@@ -122,6 +122,17 @@ public:
 	// Row i's centre in the window.
 	BPoint RowPoint(int32 i) { return BPoint(50, i * 20 + 10); }
 
+	// How far the list is scrolled once the window is idle.
+	float ScrolledTo(WindowTester& tester)
+	{
+		EXPECT_EQ(B_OK, tester.WaitForIdle());
+		if (!Lock())
+			return -1;
+		float top = list->Bounds().top;
+		Unlock();
+		return top;
+	}
+
 	BListView* list;
 	std::string log;
 };
@@ -311,32 +322,25 @@ TEST(ListViewTest, KeysMoveTheSelectionAndScrollToIt)
 		// End shows the last row at the bottom; Home goes back to the top.
 		tester.TypeKey(B_END);
 		EXPECT_EQ("S19|", TakeLog(window, tester));
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(200, window->list->Bounds().top);
-		window->Unlock();
+		EXPECT_EQ(200, window->ScrolledTo(tester));
 		tester.TypeKey(B_HOME);
 		tester.TypeKey(B_ENTER);
 		EXPECT_EQ("S0|I0|", TakeLog(window, tester));
+		EXPECT_EQ(0, window->ScrolledTo(tester));
 		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(0, window->list->Bounds().top);
 		window->list->SetListType(B_MULTIPLE_SELECTION_LIST);
 		window->Unlock();
 
 		// Page keys scroll by a page and leave the selection alone.
 		tester.TypeKey(B_PAGE_DOWN);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(200, window->list->Bounds().top);
-		window->Unlock();
+		EXPECT_EQ(200, window->ScrolledTo(tester));
 		tester.TypeKey(B_PAGE_UP);
 		// Shift with the arrows extends a multiple selection.
 		tester.TypeKey(B_DOWN_ARROW, B_SHIFT_KEY);
 		tester.TypeKey(B_DOWN_ARROW, B_SHIFT_KEY);
 		tester.TypeKey(B_SPACE);
 		EXPECT_EQ("S0,1|S0,1,2|I0,1,2|", TakeLog(window, tester));
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(0, window->list->Bounds().top);
-		window->Unlock();
+		EXPECT_EQ(0, window->ScrolledTo(tester));
 	});
 }
 
