@@ -156,6 +156,21 @@ private:
 	GlintView* fView = nullptr;
 };
 
+// Runs body headless with a panel on a new file "notes" and an alert script
+// that answers nothing.
+template<typename Body>
+void
+WithNotesPanel(Body body)
+{
+	TempFolder folder;
+	std::string notes = folder.File("notes");
+	WindowTester::RunHeadless([&] {
+		Panel panel(notes);
+		AlertScript script;
+		body(panel, script);
+	});
+}
+
 }	// namespace
 
 TEST(NodeEditsTest, RenameConfirmedCancelledRefusedAndByCaseOnly)
@@ -364,11 +379,7 @@ TEST(NodeEditsTest, TheTargetFieldIsNoEdit)
 
 TEST(NodeEditsTest, MalformedChangesAndMissingNodesThrow)
 {
-	TempFolder folder;
-	std::string notes = folder.File("notes");
-	WindowTester::RunHeadless([&] {
-		Panel panel(notes);
-		AlertScript script;
+	WithNotesPanel([](Panel& panel, AlertScript& script) {
 		BWindow* window = panel.Window();
 		window->Lock();
 		BMessage bare('Chgd');
@@ -390,11 +401,7 @@ TEST(NodeEditsTest, MalformedChangesAndMissingNodesThrow)
 
 TEST(NodeEditsTest, AddingAnAttributeSaysItIsNotThereYet)
 {
-	TempFolder folder;
-	std::string notes = folder.File("notes");
-	WindowTester::RunHeadless([&] {
-		Panel panel(notes);
-		AlertScript script;
+	WithNotesPanel([](Panel& panel, AlertScript& script) {
 		panel.Send(BMessage('AddA'));
 		ASSERT_EQ(1u, script.Seen().size());
 		EXPECT_EQ("NotYetImplementedAlert", script.Seen()[0].title);
