@@ -249,43 +249,6 @@ TEST_F(ApplicationTest, CommandLinePathsAreReadFromTheProgramsOwnPathOn)
 	});
 }
 
-TEST_F(ApplicationTest, WindowCornersAndTheNumberOfDataWindowSlots)
-{
-	WindowTester::HoldModifiers(B_SHIFT_KEY);
-	RunVellum({"vellum"}, [](GlintApplication* app) {
-		EXPECT_EQ(BPoint(60, 60), app->WindowCorner(0));
-		for (int slot = 1; slot <= 4; slot++)
-			EXPECT_EQ(BPoint(100, 100), app->WindowCorner(slot)) << slot;
-		for (int slot : {5, 15, 27})
-			EXPECT_EQ(BPoint(0, 0), app->WindowCorner(slot)) << slot;
-		EXPECT_EQ(16, app->NumDataWins());
-		EXPECT_EQ(BRect(0, 0, -1, -1), app->WindowRect(12));
-		EXPECT_EQ(1, app->CountSubsidiaryWindows("Vellum", nullptr));
-		EXPECT_EQ(app, theApp);
-	});
-}
-
-TEST_F(ApplicationTest, TheSettingsPlaceTheFirstWindow)
-{
-	fSettings.WriteSettings("0\n30 40 430 310\n5 6 70 80\n");
-	WindowTester::HoldModifiers(B_SHIFT_KEY);
-	RunVellum({"vellum"}, [](GlintApplication* app) {
-		EXPECT_EQ(BRect(30, 40, 430, 310), InspectorWindows()[0]->Frame());
-		EXPECT_EQ(BRect(5, 6, 70, 80), app->WindowRect(1));
-		EXPECT_EQ(BRect(100, 100, 616, 280), app->WindowRect(2));
-	});
-}
-
-TEST_F(ApplicationTest, ADamagedSettingsFileNeverStopsTheLaunch)
-{
-	fSettings.WriteSettings(std::string("\0\xff\x12\n\n-", 6));
-	WindowTester::HoldModifiers(B_SHIFT_KEY);
-	RunVellum({"vellum"}, [](GlintApplication*) {
-		ASSERT_EQ(1u, InspectorWindows().size());
-		EXPECT_EQ(kDefaultInspectorFrame, InspectorWindows()[0]->Frame());
-	});
-}
-
 TEST_F(ApplicationTest, OptionSkipsTheFileAndOnlyTheLastCloseWritesIt)
 {
 	fSettings.WriteSettings("0\n30 40 430 310\n");
