@@ -16,6 +16,7 @@
 #include <TextView.h>
 
 #include "BrindleFile.h"
+#include "DataWindow.h"
 #include "EditMenu.h"
 #include "GlAboutWindow.h"
 #include "GlintView.h"
@@ -28,7 +29,6 @@ namespace {
 const char* kInspectorName = "Vellum";
 const char* kFileMenu = "File";
 const char* kSelectNodeLabel = "Select node...";
-const char* kDataWindowPrefix = "DataWindow for ";
 
 const uint32 kClearCommand = 127;
 const uint32 kOpenPanel = 'Glan';
@@ -139,32 +139,10 @@ GlWindow::pvBuildViews()
 	interior->AddChild(fGlintView);
 }
 
-BMenuBar*
-GlWindow::pvMenuBar() const
-{
-	BMenuBar* bar = dynamic_cast<BMenuBar*>(ChildAt(0));
-	if (bar == nullptr)
-		bar = dynamic_cast<BMenuBar*>(FindView("WinMenu"));
-	if (bar == nullptr)
-		throw StatusError(B_NAME_NOT_FOUND, "window without a menu bar");
-	return bar;
-}
-
-BMenu*
-GlWindow::pvMenu(const char* menuLabel) const
-{
-	BMenuItem* item = pvMenuBar()->FindItem(menuLabel);
-	if (item == nullptr)
-		throw StatusError(B_NAME_NOT_FOUND, "menu bar without the menu");
-	if (item->Submenu() == nullptr)
-		throw StatusError(B_NAME_NOT_FOUND, "menu bar item without a menu");
-	return item->Submenu();
-}
-
 void
 GlWindow::SetMenuItem(const char* menuLabel, const char* itemLabel, const char* newLabel)
 {
-	if (BMenuItem* item = pvMenu(menuLabel)->FindItem(itemLabel))
+	if (BMenuItem* item = MenuFromWin(this, menuLabel)->FindItem(itemLabel))
 		item->SetLabel(newLabel);
 }
 
@@ -175,7 +153,7 @@ GlWindow::AdjustMenus()
 	if (!lock.IsLocked())
 		return;
 	bool loaded = Loaded();
-	BMenu* fileMenu = pvMenu(kFileMenu);
+	BMenu* fileMenu = MenuFromWin(this, kFileMenu);
 	for (const char* label : kNodeItems) {
 		if (BMenuItem* item = fileMenu->FindItem(label))
 			item->SetEnabled(loaded);
@@ -332,11 +310,9 @@ GlWindow::pvCloseDataWindows()
 	BrindleFile* file = File();
 	if (file == nullptr)
 		return true;
-	BString name(kDataWindowPrefix);
-	name << file->Name();
 	std::vector<BMessenger> windows;
-	for (BWindow* window = FindNextWindow(nullptr, name.String(), nullptr);
-			window != nullptr; window = FindNextWindow(window, name.String(), nullptr))
+	for (BWindow* window = DataWindow::FindNextOfNode(nullptr, file->Name());
+			window != nullptr; window = DataWindow::FindNextOfNode(window, file->Name()))
 		windows.push_back(BMessenger(window));
 	for (const BMessenger& messenger : windows) {
 		BLooper* looper;

@@ -28,31 +28,6 @@ EnabledItems(EditMenu& menu)
 
 }	// namespace
 
-TEST(EditMenuTest, ItemsShortcutsAndCommands)
-{
-	EditMenu menu;
-	EXPECT_STREQ("Edit", menu.Name());
-	struct Item {
-		const char* label;
-		uint32 command;
-		char shortcut;
-	} items[] = {{"Undo", 'UNDO', 'Z'}, {nullptr, 0, 0}, {"Cut", 'CCUT', 'X'},
-		{"Copy", 'COPY', 'C'}, {"Paste", 'PSTE', 'V'}, {"Clear", 127, 0}, {nullptr, 0, 0},
-		{"Select All", 'SALL', 'A'}};
-	ASSERT_EQ(8, menu.CountItems());
-	for (int32 i = 0; i < 8; i++) {
-		BMenuItem* item = menu.ItemAt(i);
-		if (items[i].label == nullptr) {
-			EXPECT_NE(nullptr, dynamic_cast<BSeparatorItem*>(item)) << i;
-			continue;
-		}
-		EXPECT_STREQ(items[i].label, item->Label());
-		ASSERT_NE(nullptr, item->Message());
-		EXPECT_EQ(items[i].command, item->Message()->what) << items[i].label;
-		EXPECT_EQ(items[i].shortcut, item->Shortcut()) << items[i].label;
-	}
-}
-
 TEST(EditMenuTest, EnablingFollowsShortcutsAndIndexes)
 {
 	EditMenu menu;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,157 +17,90 @@ using BPrivate::WindowTester;
 
 using Buttons = std::vector<std::string>;
 
-TEST(GenericAlertsTest, ShowErrorBeepsAndFormatsTheCallersText)
-{
-	WindowTester::RunHeadless([] {
-		AlertScript script({0});
-		int32 beeps = WindowTester::CountBeeps();
-		EXPECT_EQ(0, ShowError("Unable to change path of %s to %s", "notes", "/nowhere/notes"));
-		EXPECT_EQ(beeps + 1, WindowTester::CountBeeps());
+namespace {
 
-		ASSERT_EQ(1u, script.Seen().size());
-		const AlertInfo& alert = script.Seen()[0];
-		EXPECT_EQ("", alert.title);
-		EXPECT_EQ("Unable to change path of notes to /nowhere/notes", alert.text);
-		EXPECT_EQ(Buttons{"Too bad"}, alert.buttons);
-		EXPECT_EQ(B_WARNING_ALERT, alert.type);
-	});
+// An alert shown by show, answered with the button pressed.
+struct AlertCase {
+	std::function<int32()> show;
+	int32 pressed;
+	int32 result;
+	const char* title;
+	std::string text;
+	Buttons buttons;
+	alert_type type = B_INFO_ALERT;
+};
+
+int32
+SanityChecked(uint32 typed)
+{
+	RunSanityCheckOnNewType(&typed);
+	return int32(typed);
 }
 
-TEST(GenericAlertsTest, FailureAlertAndNotYetImplemented)
+}	// namespace
+
+TEST(GenericAlertsTest, EachAlertShowsItsTextAndButtonsAndHandsBackTheAnswer)
 {
-	WindowTester::RunHeadless([] {
-		AlertScript script({0, 0});
-		int32 beeps = WindowTester::CountBeeps();
-		EXPECT_EQ(0, FailureAlert("Writing \"size\""));
-		EXPECT_EQ(0, NotYetImplementedAlert(nullptr, "Undo"));
-		EXPECT_EQ(beeps, WindowTester::CountBeeps());
-
-		ASSERT_EQ(2u, script.Seen().size());
-		const AlertInfo& failure = script.Seen()[0];
-		EXPECT_EQ("FailureAlert", failure.title);
-		EXPECT_EQ("\n\nThe operation did not succeed:\n\n   Writing \"size\"", failure.text);
-		EXPECT_EQ(Buttons{"Too Bad"}, failure.buttons);
-		EXPECT_EQ(B_INFO_ALERT, failure.type);
-
-		const AlertInfo& later = script.Seen()[1];
-		EXPECT_EQ("NotYetImplementedAlert", later.title);
-		EXPECT_EQ(std::string("\n\nUndo has not yet been implemented.\n\n\nWe all need feedback "
+	String before("old words");
+	String after("new words");
+	const std::string longPath(2000, 'p');
+	const std::vector<AlertCase> cases = {
+		{[] { return ShowError("Unable to change path of %s to %s", "notes", "/nowhere/notes"); },
+			0, 0, "", "Unable to change path of notes to /nowhere/notes", {"Too bad"},
+			B_WARNING_ALERT},
+		{[] { return FailureAlert("Writing \"size\""); }, 0, 0, "FailureAlert",
+			"\n\nThe operation did not succeed:\n\n   Writing \"size\"", {"Too Bad"}},
+		{[&] { return FailureAlert(longPath.c_str()); }, 0, 0, "FailureAlert",
+			"\n\nThe operation did not succeed:\n\n   " + longPath, {"Too Bad"}},
+		{[] { return NotYetImplementedAlert(nullptr, "Undo"); }, 0, 0, "NotYetImplementedAlert",
+			std::string("\n\nUndo has not yet been implemented.\n\n\nWe all need feedback "
 			"to make good software, so please write and let me know if this feature is "
 			"important to you.\n\n\nYours for ever better software,\n\n") + kAuthorName + "\n"
-			+ kAuthorMail, later.text);
-		EXPECT_EQ(Buttons{"OK"}, later.buttons);
-		EXPECT_EQ(B_INFO_ALERT, later.type);
+			+ kAuthorMail, {"OK"}},
+		{[] { return int32(OKToChange("name", "notes", "letters")); }, 1, 1, "Changed",
+			"Change the name of \n   notes to \n   \"letters\"?", {"Cancel", "OK"}},
+		{[] { return int32(OKToChange("size", "notes", "2,000")); }, 0, 0, "Changed",
+			"Change the size of \n   notes to \n   \"2,000\"?", {"Cancel", "OK"}},
+		{[&] { return OKToChange(before, after); }, 1, 1, "Changed",
+			"Change old words to \n   new words?", {"Cancel", "Discard", "OK"}},
+		{[&] { return OKToChange(before, after); }, 2, 2, "Changed",
+			"Change old words to \n   new words?", {"Cancel", "Discard", "OK"}},
+		{[] { return int32(OKToAdd("x", 'LONG', 1234)); }, 1, 1, "AddAttr",
+			"Add attribute x (LONG, 1,234 bytes)?", {"Cancel", "Add"}},
+		{[] { return int32(OKToAdd("comment", 'CSTR', 1234567)); }, 0, 0, "AddAttr",
+			"Add attribute comment (CSTR, 1,234,567 bytes)?", {"Cancel", "Add"}},
+		{[] { return SanityChecked('cstr'); }, 1, int32('CSTR'), "Clarification",
+			"Do you mean 'CSTR'?", {"No", "Yes"}},
+		{[] { return SanityChecked('Cstr'); }, 0, int32('Cstr'), "Clarification",
+			"Do you mean 'CSTR'?", {"No", "Yes"}},
+	};
+	WindowTester::RunHeadless([&] {
+		for (const AlertCase& test : cases) {
+			AlertScript script({test.pressed});
+			int32 beeps = WindowTester::CountBeeps();
+			EXPECT_EQ(test.result, test.show()) << test.text;
+			EXPECT_EQ(beeps + (test.type == B_WARNING_ALERT ? 1 : 0), WindowTester::CountBeeps())
+				<< "only the error beeps";
+			ASSERT_EQ(1u, script.Seen().size()) << test.text;
+			const AlertInfo& alert = script.Seen()[0];
+			EXPECT_EQ(test.title, alert.title);
+			EXPECT_EQ(test.text, alert.text);
+			EXPECT_EQ(test.buttons, alert.buttons) << test.text;
+			EXPECT_EQ(test.type, alert.type) << test.text;
+		}
 	});
 }
 
-TEST(GenericAlertsTest, ChangeOfAPropertyIsTrueOnlyForOK)
+TEST(GenericAlertsTest, EmptyValuesAndExactOrUnknownCodesAskNothing)
 {
 	WindowTester::RunHeadless([] {
-		AlertScript script({1, 0});
-		EXPECT_TRUE(OKToChange("name", "notes", "letters"));
-		EXPECT_FALSE(OKToChange("size", "notes", "2,000"));
-
-		ASSERT_EQ(2u, script.Seen().size());
-		const AlertInfo& alert = script.Seen()[0];
-		EXPECT_EQ("Changed", alert.title);
-		EXPECT_EQ("Change the name of \n   notes to \n   \"letters\"?", alert.text);
-		EXPECT_EQ((Buttons{"Cancel", "OK"}), alert.buttons);
-		EXPECT_EQ(B_INFO_ALERT, alert.type);
-		EXPECT_EQ("Change the size of \n   notes to \n   \"2,000\"?", script.Seen()[1].text);
-	});
-}
-
-TEST(GenericAlertsTest, ChangeOfAValueHandsBackTheButton)
-{
-	WindowTester::RunHeadless([] {
-		AlertScript script({0, 1, 2});
-		String before("old words");
-		String after("new words");
-		EXPECT_EQ(0, OKToChange(before, after));
-		EXPECT_EQ(1, OKToChange(before, after));
-		EXPECT_EQ(2, OKToChange(before, after));
-
-		ASSERT_EQ(3u, script.Seen().size());
-		const AlertInfo& alert = script.Seen()[0];
-		EXPECT_EQ("Changed", alert.title);
-		EXPECT_EQ("Change old words to \n   new words?", alert.text);
-		EXPECT_EQ((Buttons{"Cancel", "Discard", "OK"}), alert.buttons);
-		EXPECT_EQ(B_INFO_ALERT, alert.type);
-	});
-}
-
-TEST(GenericAlertsTest, ChangeOfAnEmptyValueIsCancelledWithoutAsking)
-{
-	WindowTester::RunHeadless([] {
-		AlertScript script({2, 2});
+		AlertScript script({2, 2, 1, 1});
 		String empty;
 		String text("words");
 		EXPECT_EQ(0, OKToChange(empty, text));
 		EXPECT_EQ(0, OKToChange(text, empty));
+		EXPECT_EQ(int32('CSTR'), SanityChecked('CSTR'));
+		EXPECT_EQ(int32('abcd'), SanityChecked('abcd'));
 		EXPECT_TRUE(script.Seen().empty());
-	});
-}
-
-TEST(GenericAlertsTest, AddingNamesTypeAndPunctuatedSize)
-{
-	WindowTester::RunHeadless([] {
-		AlertScript script({1, 0});
-		EXPECT_TRUE(OKToAdd("x", 'LONG', 1234));
-		EXPECT_FALSE(OKToAdd("comment", 'CSTR', 1234567));
-
-		ASSERT_EQ(2u, script.Seen().size());
-		const AlertInfo& alert = script.Seen()[0];
-		EXPECT_EQ("AddAttr", alert.title);
-		EXPECT_EQ("Add attribute x (LONG, 1,234 bytes)?", alert.text);
-		EXPECT_EQ((Buttons{"Cancel", "Add"}), alert.buttons);
-		EXPECT_EQ(B_INFO_ALERT, alert.type);
-		EXPECT_EQ("Add attribute comment (CSTR, 1,234,567 bytes)?", script.Seen()[1].text);
-	});
-}
-
-TEST(GenericAlertsTest, TypedCodeInOtherCaseIsOfferedItsKnownSpelling)
-{
-	WindowTester::RunHeadless([] {
-		AlertScript script({1, 0});
-		uint32 accepted = 'cstr';
-		RunSanityCheckOnNewType(&accepted);
-		EXPECT_EQ(uint32('CSTR'), accepted);
-		uint32 kept = 'Cstr';
-		RunSanityCheckOnNewType(&kept);
-		EXPECT_EQ(uint32('Cstr'), kept);
-
-		ASSERT_EQ(2u, script.Seen().size());
-		const AlertInfo& alert = script.Seen()[0];
-		EXPECT_EQ("Clarification", alert.title);
-		EXPECT_EQ("Do you mean 'CSTR'?", alert.text);
-		EXPECT_EQ((Buttons{"No", "Yes"}), alert.buttons);
-		EXPECT_EQ(B_INFO_ALERT, alert.type);
-		EXPECT_EQ("Do you mean 'CSTR'?", script.Seen()[1].text);
-	});
-}
-
-TEST(GenericAlertsTest, ExactAndUnknownCodesPassSilently)
-{
-	WindowTester::RunHeadless([] {
-		AlertScript script({1, 1});
-		uint32 exact = 'CSTR';
-		RunSanityCheckOnNewType(&exact);
-		EXPECT_EQ(uint32('CSTR'), exact);
-		uint32 unknown = 'abcd';
-		RunSanityCheckOnNewType(&unknown);
-		EXPECT_EQ(uint32('abcd'), unknown);
-		EXPECT_TRUE(script.Seen().empty());
-	});
-}
-
-TEST(GenericAlertsTest, LongWordsAreShownWhole)
-{
-	WindowTester::RunHeadless([] {
-		AlertScript script({0});
-		std::string path(2000, 'p');
-		FailureAlert(path.c_str());
-		ASSERT_EQ(1u, script.Seen().size());
-		EXPECT_EQ("\n\nThe operation did not succeed:\n\n   " + path, script.Seen()[0].text);
 	});
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -36,25 +37,44 @@ protected:
 
 }	// namespace
 
-TEST_F(SettingsFileTest, ReadsTheVersionLineThenFiveRectangles)
+TEST_F(SettingsFileTest, ReadsTheVersionLineThenRectanglesUntilALineFallsShort)
 {
-	fSettings.WriteSettings(
-		"0\n1 2 3 4\n5 6 7 8\n9 10 11 12\n13 14 15 16\n17 18 19 20\n21 22 23 24\n");
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
-	EXPECT_EQ(BRect(5, 6, 7, 8), fRects[1]);
-	EXPECT_EQ(BRect(9, 10, 11, 12), fRects[2]);
-	EXPECT_EQ(BRect(13, 14, 15, 16), fRects[3]);
-	EXPECT_EQ(BRect(17, 18, 19, 20), fRects[4]);
-}
-
-TEST_F(SettingsFileTest, AnotherVersionOrNoVersionLeavesTheDefaults)
-{
-	for (const char* text : {"1\n1 2 3 4\n", "-1\n1 2 3 4\n", "x\n1 2 3 4\n", "\n1 2 3 4\n",
-			""}) {
-		fSettings.WriteSettings(text);
+	const struct {
+		std::string text;
+		const char* rects;
+	} cases[] = {
+		{"0\n1 2 3 4\n5 6 7 8\n9 10 11 12\n13 14 15 16\n17 18 19 20\n21 22 23 24\n",
+			"1 2 3 4|5 6 7 8|9 10 11 12|13 14 15 16|17 18 19 20|"},
+		{"1\n1 2 3 4\n", "-|-|-|-|-|"},
+		{"-1\n1 2 3 4\n", "-|-|-|-|-|"},
+		{"x\n1 2 3 4\n", "-|-|-|-|-|"},
+		{"\n1 2 3 4\n", "-|-|-|-|-|"},
+		{"", "-|-|-|-|-|"},
+		{"0\n1 2 3 4\n5 6 7 8\n", "1 2 3 4|5 6 7 8|-|-|-|"},
+		{"0\n1 2 3 4\n9\n5 6 7 8\n", "1 2 3 4|-|-|-|-|"},
+		{"0\n\n1 2 3 4\n", "-|-|-|-|-|"},
+		// A short line keeps the trailing numbers of the line before.
+		{"0\n1 2 3 4\n10 20\n30 40 50\n", "1 2 3 4|10 20 3 4|30 40 50 4|-|-|"},
+		{"0\n10 20\n", "10 20 460 330|-|-|-|-|"},
+		{std::string("0\n1 2 3 4\n\xff\x00\x01garbage\n5 6 7 8\n", 28), "1 2 3 4|-|-|-|-|"},
+		{"0\n99999999999999999999 -99999999999999999999 3 4 5 6 7\n-5 -6 -7 -8",
+			"2147483648 -2147483648 3 4|-5 -6 -7 -8|-|-|-|"},
+	};
+	for (const auto& test : cases) {
+		fSettings.WriteSettings(test.text);
+		for (int i = 0; i < 5; i++)
+			fRects[i] = kDefaults[i];
 		ReadWindowRects(fRects, 5);
-		ExpectDefaultsFrom(0);
+		std::string rects;
+		for (int i = 0; i < 5; i++) {
+			char text[80] = "-";
+			if (fRects[i] != kDefaults[i]) {
+				snprintf(text, sizeof(text), "%.0f %.0f %.0f %.0f", fRects[i].left, fRects[i].top,
+					fRects[i].right, fRects[i].bottom);
+			}
+			rects += std::string(text) + "|";
+		}
+		EXPECT_EQ(test.rects, rects) << test.text;
 	}
 }
 
@@ -67,56 +87,8 @@ TEST_F(SettingsFileTest, AMissingFileLeavesTheDefaultsAndCreatesTheFolder)
 	EXPECT_FALSE(std::filesystem::exists(fSettings.SettingsPath()));
 }
 
-TEST_F(SettingsFileTest, ReadingStopsAtTheFirstLineWithFewerThanTwoNumbers)
+TEST_F(SettingsFileTest, ASettingsFileThatIsAFolderNeverFails)
 {
-	fSettings.WriteSettings("0\n1 2 3 4\n5 6 7 8\n");
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
-	EXPECT_EQ(BRect(5, 6, 7, 8), fRects[1]);
-	ExpectDefaultsFrom(2);
-
-	for (int i = 0; i < 5; i++)
-		fRects[i] = kDefaults[i];
-	fSettings.WriteSettings("0\n1 2 3 4\n9\n5 6 7 8\n");
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
-	ExpectDefaultsFrom(1);
-
-	fSettings.WriteSettings("0\n\n1 2 3 4\n");
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]) << "an empty line ends the reading";
-}
-
-TEST_F(SettingsFileTest, AShortLineKeepsTheTrailingNumbersOfTheLineBefore)
-{
-	fSettings.WriteSettings("0\n1 2 3 4\n10 20\n30 40 50\n");
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
-	EXPECT_EQ(BRect(10, 20, 3, 4), fRects[1]);
-	EXPECT_EQ(BRect(30, 40, 50, 4), fRects[2]);
-	ExpectDefaultsFrom(3);
-}
-
-TEST_F(SettingsFileTest, AShortFirstLineKeepsTheInspectorDefault)
-{
-	fSettings.WriteSettings("0\n10 20\n");
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(10, 20, 460, 330), fRects[0]);
-	ExpectDefaultsFrom(1);
-}
-
-TEST_F(SettingsFileTest, ADamagedFileNeverFails)
-{
-	fSettings.WriteSettings(std::string("0\n1 2 3 4\n\xff\x00\x01garbage\n5 6 7 8\n", 28));
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(1, 2, 3, 4), fRects[0]);
-	ExpectDefaultsFrom(1);
-
-	fSettings.WriteSettings("0\n99999999999999999999 -99999999999999999999 3 4 5 6 7\n-5 -6 -7 -8");
-	ReadWindowRects(fRects, 5);
-	EXPECT_EQ(BRect(float(INT_MAX), float(INT_MIN), 3, 4), fRects[0]);
-	EXPECT_EQ(BRect(-5, -6, -7, -8), fRects[1]) << "the last line needs no line end";
-
 	std::filesystem::remove(fSettings.SettingsPath());
 	std::filesystem::create_directory(fSettings.SettingsPath());
 	ReadWindowRects(fRects, 5);

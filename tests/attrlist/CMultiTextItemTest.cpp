@@ -93,10 +93,6 @@ TEST(CMultiTextItemTest, LargeValuesAreCopiedWholeButNotShown)
 TEST(CMultiTextItemTest, FieldsFollowTheTabStops)
 {
 	CMultiTextItem row(CMultiTextItem::kAttributeRow, 0, true);
-	const int32 stops[] = {6, 118, -160, 200, 0};
-	for (uint32 i = 0; i < 5; i++)
-		EXPECT_EQ(stops[i], row.TabStop(i)) << i;
-
 	// Left of the first stop and anywhere in the open value column: the value.
 	EXPECT_EQ(3u, row.FindField(BPoint(3, 5)));
 	EXPECT_EQ(0u, row.FindField(BPoint(6, 5)));
@@ -108,20 +104,4 @@ TEST(CMultiTextItemTest, FieldsFollowTheTabStops)
 	EXPECT_EQ(2u, row.FindField(BPoint(200, 5)));
 	EXPECT_EQ(3u, row.FindField(BPoint(201, 5)));
 	EXPECT_EQ(3u, row.FindField(BPoint(5000, 5)));
-}
-
-TEST(CMultiTextItemTest, IconRowsTakeTheHeightOfTheirBitmap)
-{
-	std::vector<uint8> pixels(2048, 0);
-	std::unique_ptr<CMultiTextItem> large(RowFor("l", 'ICON', pixels.data(), 1024));
-	std::unique_ptr<CMultiTextItem> small(RowFor("s", 'ICON', pixels.data(), 256));
-	std::unique_ptr<CMultiTextItem> mini(RowFor("m", 'MICN', pixels.data(), 256));
-	std::unique_ptr<CMultiTextItem> colour(RowFor("c", 'CLRB', pixels.data(), 2048));
-	std::unique_ptr<CMultiTextItem> text(RowFor("t", 'CSTR', "x", 2));
-	EXPECT_EQ(32.0f, large->Height());
-	EXPECT_EQ(16.0f, small->Height());
-	EXPECT_EQ(16.0f, mini->Height());
-	EXPECT_EQ(32.0f, colour->Height());
-	EXPECT_EQ(0.0f, text->Height());
-	EXPECT_STREQ("32 x 32 icon", large->GetString(CMultiTextItem::kValueColumn));
 }

@@ -8,7 +8,6 @@
 
 #include <cstdlib>
 
-#include <Box.h>
 #include <Node.h>
 #include <OS.h>
 #include <TextView.h>
@@ -32,8 +31,8 @@ const std::vector<const char*> kEditItems = {"Undo", "Cut", "Copy", "Paste", "Cl
 // closing with the given answer.
 class StandInWindow : public BWindow {
 public:
-	StandInWindow(const char* name, bool agrees)
-		: BWindow(BRect(500, 100, 700, 200), name, B_TITLED_WINDOW, 0),
+	StandInWindow(const char* name, const char* title, bool agrees)
+		: BWindow(BRect(500, 100, 700, 200), title, B_TITLED_WINDOW, 0),
 		fAgrees(agrees)
 	{
 		SetName(name);
@@ -103,10 +102,6 @@ TEST(GlWindowTest, AnEmptyWindowOffersOnlyWhatNeedsNoNode)
 		EXPECT_EQ(ItemsEnabled(window, kAlwaysThere), std::vector<bool>(2, true));
 		EXPECT_EQ(ItemsEnabled(window, {"Select node..."}), std::vector<bool>{true});
 		EXPECT_EQ(ItemsEnabled(window, kEditItems), std::vector<bool>(6, false));
-
-		float minWidth, maxWidth, minHeight, maxHeight;
-		window->GetSizeLimits(&minWidth, &maxWidth, &minHeight, &maxHeight);
-		EXPECT_EQ(BRect(minWidth, minHeight, maxWidth, maxHeight), BRect(370, 150, 1000, 1000));
 	});
 }
 
@@ -123,38 +118,10 @@ TEST(GlWindowTest, APastelFrameSurroundsTheWhitePanel)
 		// Between the node box and the attribute panel.
 		BPoint inside = window->ConvertFromScreen(panel->ConvertToScreen(
 			BPoint(panel->Bounds().right - 2, window->FindView("NodeBox")->Frame().bottom + 2)));
-		BBox* box = dynamic_cast<BBox*>(window->FindView("DecorativeBox"));
-		ASSERT_NE(box, nullptr);
-		EXPECT_EQ(box->Border(), B_FANCY_BORDER);
 		window->Unlock();
 		WindowTester tester(window);
 		EXPECT_EQ(tester.PixelAt(margin), make_color(255, 255, 232));
 		EXPECT_EQ(tester.PixelAt(inside), make_color(255, 255, 255));
-	});
-}
-
-TEST(GlWindowTest, TheFileMenuListsItsCommandsWithTheirShortcuts)
-{
-	WindowTester::RunHeadless([] {
-		GlWindow* window = ShowInspector();
-		ASSERT_TRUE(window->Lock());
-		BMenuBar* bar = dynamic_cast<BMenuBar*>(window->ChildAt(0));
-		ASSERT_NE(bar, nullptr);
-		EXPECT_STREQ(bar->Name(), "main menu");
-		ASSERT_EQ(bar->CountItems(), 2);
-		EXPECT_STREQ(bar->ItemAt(1)->Label(), "Edit");
-		BMenu* file = bar->SubmenuAt(0);
-		ASSERT_NE(file, nullptr);
-		std::string items;
-		for (int32 i = 0; BMenuItem* item = file->ItemAt(i); i++) {
-			items += item->Label();
-			if (item->Shortcut() != 0)
-				items += std::string("^") + item->Shortcut();
-			items += "|";
-		}
-		window->Unlock();
-		EXPECT_EQ(items, "About Vellum...||Select node...^O|Close^W||Reveal in Tracker^R|"
-			"Add attribute..||Quit^Q|");
 	});
 }
 
@@ -187,12 +154,6 @@ TEST(GlWindowTest, RefsGoToTheWindowAsDropsOrOneByIndex)
 		folder.File("third")};
 	WindowTester::RunHeadless([&] {
 		GlWindow* window = ShowInspector();
-		// A drop of three on the window shows the first there, and no other
-		// window opens.
-		DropOnInspector(window, files);
-		EXPECT_EQ(FieldText(window, "Name"), "first");
-		EXPECT_EQ(be_app->CountWindows(), 1);
-
 		// A file panel's answer shows its first entry.
 		BMessage panelAnswer = RefsMessage(B_REFS_RECEIVED, {files[1], files[2]});
 		window->PostMessage(&panelAnswer);
@@ -222,6 +183,7 @@ TEST(GlWindowTest, ADropAnywhereOnTheWindowShowsItsFirstFile)
 			EXPECT_EQ(FieldText(window, "Name"), "first") << target;
 			DropOnInspector(window, {files[1], files[0]}, target);
 			EXPECT_EQ(FieldText(window, "Name"), "second") << target;
+			EXPECT_EQ(be_app->CountWindows(), 1) << "no other window opens";
 			EXPECT_LT(system_time() - start, 1000000) << target;
 			window->Lock();
 			window->Quit();
@@ -295,9 +257,9 @@ TEST(GlWindowTest, ClosingAnInspectorClosesItsNodesDataWindowsUnlessOneRefuses)
 		QuitCounter quits;
 		GlWindow* window = ShowInspector();
 		DropOnInspector(window, {file});
-		StandInWindow* refusing = new StandInWindow("DataWindow for data", false);
+		StandInWindow* refusing = new StandInWindow("DataWindow", "data: a", false);
 		refusing->Show();
-		StandInWindow* other = new StandInWindow("DataWindow for another", true);
+		StandInWindow* other = new StandInWindow("DataWindow", "another: a", true);
 		other->Show();
 
 		CloseWithCloseBox(window);
@@ -306,9 +268,9 @@ TEST(GlWindowTest, ClosingAnInspectorClosesItsNodesDataWindowsUnlessOneRefuses)
 		EXPECT_EQ(quits.Count(), 0);
 
 		// Two agreeing data windows of the node both close with it.
-		StandInWindow* firstData = new StandInWindow("DataWindow for data", true);
+		StandInWindow* firstData = new StandInWindow("DataWindow", "data: b", true);
 		firstData->Show();
-		StandInWindow* secondData = new StandInWindow("DataWindow for DATA", true);
+		StandInWindow* secondData = new StandInWindow("DataWindow", "DATA: c", true);
 		secondData->Show();
 		ASSERT_TRUE(refusing->Lock());
 		refusing->Quit();
@@ -349,28 +311,6 @@ TEST(GlWindowTest, SelectNodeOpensAFilePanelAndAboutOpensCentredOnTheWindow)
 			(frame.left + frame.right) / 2);
 		EXPECT_FLOAT_EQ((aboutFrame.top + aboutFrame.bottom) / 2,
 			(frame.top + frame.bottom) / 2);
-	});
-}
-
-TEST(GlWindowTest, OnlyTheLastInspectorToCloseWritesTheSettings)
-{
-	SettingsFolder settings;
-	WindowTester::RunApplicationHeadless([] { return new PlainLaunch(); }, [&] {
-		QuitCounter quits;
-		// The application opens the first inspector at the remembered place.
-		BWindow* first = be_app->WindowAt(0);
-		ASSERT_NE(dynamic_cast<GlWindow*>(first), nullptr);
-		GlWindow* second = ShowInspector();
-		second->MoveTo(200, 150);
-		CloseWithCloseBox(second);
-		EXPECT_TRUE(HasClosed(second));
-		EXPECT_EQ(settings.Settings(), "");
-		EXPECT_EQ(quits.Count(), 0);
-
-		CloseWithCloseBox(first);
-		EXPECT_TRUE(HasClosed(first));
-		EXPECT_EQ(quits.Count(), 1);
-		EXPECT_EQ(settings.Settings().substr(0, 16), "0\n60 60 460 330\n");
 	});
 }
 

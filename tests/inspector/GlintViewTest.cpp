@@ -22,8 +22,6 @@
 
 namespace {
 
-const std::vector<const char*> kLoadedViews = {"Info Panel", "Inst2", "NewAttr"};
-
 // Which of the panel's optional views are shown, as "Info Panel,Inst2,...".
 std::string
 ShownViews(BWindow* window)
@@ -93,22 +91,6 @@ WaitUntilClosed(BWindow* window)
 }
 
 }	// namespace
-
-TEST(GlintViewTest, AnEmptyPanelShowsTheInstructionsOnly)
-{
-	WindowTester::RunHeadless([] {
-		GlWindow* window = ShowInspector();
-		EXPECT_EQ(ShownViews(window), "Instructions,");
-		EXPECT_TRUE(IsShown(window, "NodeBox"));
-		EXPECT_TRUE(IsShown(window, "Icon"));
-		EXPECT_TRUE(IsShown(window, "Attributes"));
-		ASSERT_TRUE(window->Lock());
-		BBox* box = dynamic_cast<BBox*>(window->FindView("NodeBox"));
-		ASSERT_NE(box, nullptr);
-		EXPECT_STREQ(box->Label(), "Node");
-		window->Unlock();
-	});
-}
 
 TEST(GlintViewTest, AFileShowsItsNameSizeDateAndPath)
 {
@@ -277,7 +259,6 @@ TEST(GlintViewTest, TheAttributePanelTakesTheHeightLeftAfterAResize)
 		BRect infoPanel = window->FindView("Info Panel")->Frame();
 		BRect path = window->FindView("Path")->Frame();
 		window->Unlock();
-		EXPECT_EQ(bounds.Width(), 700 - 2 * (4 + 3 + 14));
 		EXPECT_EQ(attributes.right, bounds.right);
 		EXPECT_EQ(attributes.bottom, bounds.bottom);
 		EXPECT_GT(attributes.top, nodeBox.bottom);
@@ -358,7 +339,7 @@ TEST(GlintViewTest, EditedFieldsAndTheSetButtonReachTheNodeEdits)
 		ASSERT_EQ(tester.WaitForIdle(), B_OK);
 		BWindow* panel = nullptr;
 		for (int32 i = 0; BWindow* open = be_app->WindowAt(i); i++) {
-			if (std::string(open->Title()).find("Select a node to link") == 0)
+			if (std::string(open->Title()) == "Select a node to link \"link\" to:")
 				panel = open;
 		}
 		EXPECT_NE(panel, nullptr);

@@ -87,16 +87,6 @@ TEST(AttrTypes, CalculateSizeForcesOnlyTheFixedSizeTypes)
 	}
 }
 
-TEST(AttrTypes, SuggestedTypeUpperCasesToAKnownCode)
-{
-	EXPECT_EQ(SuggestedTypeFor('cstr'), uint32('CSTR'));
-	EXPECT_EQ(SuggestedTypeFor('Cstr'), uint32('CSTR'));
-	EXPECT_EQ(SuggestedTypeFor('CSTR'), uint32('CSTR'));
-	EXPECT_EQ(SuggestedTypeFor('abcd'), uint32('abcd'));
-	EXPECT_EQ(SuggestedTypeFor('xatr'), uint32('xatr'));
-	EXPECT_EQ(SuggestedTypeFor(0), 0u);
-}
-
 TEST(AttrTypes, TypeCodeFromTextReadsFourBytesInReadingOrder)
 {
 	EXPECT_EQ(TypeCodeFromText("LONG"), uint32('LONG'));

@@ -113,13 +113,3 @@ TEST_F(DateRoundTrip, TimeValuesReadBackThroughTheirDisplayString)
 
 	EXPECT_EQ(TimeIn(FromField("not a date at all", "TIME")), -1);
 }
-
-TEST(FieldValue, StringsReadBackThroughTheirDisplayString)
-{
-	const char value[] = "a note, with 'quotes' and 0x12";
-	char buffer[kAttrStringSize];
-	MakeAttrString(buffer, 'CSTR', value, sizeof(value));
-	Parsed parsed = FromField(buffer, "CSTR");
-	ASSERT_EQ(parsed.size, long(sizeof(value)));
-	EXPECT_STREQ(parsed.bytes.get(), value);
-}

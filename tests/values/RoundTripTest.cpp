@@ -4,7 +4,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "DisplayStrings.h"
 #include "Formatting.h"
@@ -67,15 +66,6 @@ TEST(RoundTrip, IntegersUpToThreeDigitsReadBackUnchanged)
 	CheckIntegers<int8>('CHAR', "CHAR", -128, 127);
 }
 
-TEST(RoundTrip, GroupedIntegersReadBackTheirFirstGroup)
-{
-	// By design: unchanged text is read whole by atol, which stops at the
-	// first thousands separator.
-	std::string text = Shown('LONG', int32(1234567));
-	EXPECT_EQ(ReadBack<int32>(ExtractNumValue(text.c_str(), text.c_str(), "LONG",
-		nullptr)), 1);
-}
-
 TEST(RoundTrip, EditedHexDigitsReadBackExactly)
 {
 	std::mt19937_64 random(7);
@@ -108,45 +98,4 @@ TEST(RoundTrip, FloatsWithTwoDecimalsReadBack)
 	std::string large = Shown('DBLE', 1e300);
 	EXPECT_EQ(ReadBack<double>(ExtractNumValue(large.c_str(), large.c_str(), "DBLE",
 		nullptr)), 1e300);
-}
-
-TEST(RoundTrip, RectanglesReadBackWithoutTheirSigns)
-{
-	float rect[4] = { 0.25f, 12.5f, 640.0f, 480.75f };
-	std::string text = Shown('RECT', rect);
-	char* bytes = ExtractRectValue(text.c_str(), nullptr);
-	EXPECT_EQ(memcmp(bytes, rect, sizeof(rect)), 0) << text;
-	delete[] bytes;
-
-	// By design a minus sign is a separator.
-	float negative[4] = { -1, 2, -3, 4 };
-	float positive[4] = { 1, 2, 3, 4 };
-	text = Shown('RECT', negative);
-	bytes = ExtractRectValue(text.c_str(), nullptr);
-	EXPECT_EQ(memcmp(bytes, positive, sizeof(positive)), 0) << text;
-	delete[] bytes;
-}
-
-TEST(RoundTrip, BooleansReadBack)
-{
-	for (uint8 value : { 0, 1 }) {
-		std::string text = Shown('BOOL', value);
-		EXPECT_EQ(ReadBack<uint8>(ExtractBoolValue(text.c_str(), nullptr)), value);
-	}
-}
-
-TEST(RoundTrip, RawDataReadsBackWhateverItHolds)
-{
-	std::mt19937 random(11);
-	for (size_t size = 1; size <= 112; size++) {
-		std::vector<uint8> bytes(size);
-		for (uint8& byte : bytes)
-			byte = uint8(random());
-		char buffer[kAttrStringSize];
-		MakeAttrString(buffer, 'RAWT', bytes.data(), bytes.size());
-		long readSize = 0;
-		std::unique_ptr<char[]> read(ExtractHexValue(buffer, &readSize));
-		ASSERT_EQ(readSize, long(size)) << buffer;
-		EXPECT_EQ(memcmp(read.get(), bytes.data(), size), 0) << buffer;
-	}
 }

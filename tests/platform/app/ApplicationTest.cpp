@@ -116,13 +116,6 @@ TEST(ApplicationTest, DesktopLaunchHandsOverRefsInsteadOfArguments)
 	EXPECT_EQ(missing.events, (std::vector<std::string>{"ready", "quit?"}));
 }
 
-TEST(ApplicationTest, NoArgvMessageWithoutArguments)
-{
-	TestApp app;
-	app.Run();
-	EXPECT_EQ(app.events, (std::vector<std::string>{"ready", "quit?"}));
-}
-
 TEST(ApplicationTest, SignatureAndAppInfo)
 {
 	status_t error;

@@ -232,17 +232,3 @@ TEST(FlattenTest, MutatedBuffersNeverCrash)
 	}
 	EXPECT_LT(accepted, 6000);
 }
-
-TEST(FlattenTest, RandomBytesAreRefused)
-{
-	std::mt19937 random(7);
-	for (int round = 0; round < 2000; round++) {
-		std::vector<char> bytes(random() % 200);
-		for (char& byte : bytes)
-			byte = static_cast<char>(random());
-		if (bytes.size() >= 4 && round % 2 == 0)
-			memcpy(bytes.data(), "VMF1", 4);
-		BMessage message;
-		EXPECT_NE(UnflattenExact(bytes.data(), bytes.size(), &message), B_OK);
-	}
-}

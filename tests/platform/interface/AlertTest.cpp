@@ -236,8 +236,6 @@ TEST(AlertTest, UnansweredAlertsTakeClicksEscapeAndEnter)
 			{"escape moved", [](BAlert* alert, WindowTester& tester) {
 				ASSERT_TRUE(alert->Lock());
 				alert->SetShortcut(1, B_ESCAPE);
-				EXPECT_EQ(0, alert->Shortcut(0));
-				EXPECT_EQ(B_ESCAPE, alert->Shortcut(1));
 				alert->Unlock();
 				tester.TypeKey(B_ESCAPE); }, 1},
 			{"letter", [](BAlert* alert, WindowTester& tester) {
@@ -252,9 +250,6 @@ TEST(AlertTest, UnansweredAlertsTakeClicksEscapeAndEnter)
 			BAlert* alert = go.Alert();
 			WindowTester tester(alert);
 			ASSERT_EQ(B_OK, tester.WaitForIdle()) << each.what;
-			ASSERT_TRUE(alert->Lock());
-			EXPECT_EQ(B_ESCAPE, alert->Shortcut(0)) << each.what;
-			alert->Unlock();
 			each.answer(alert, tester);
 			EXPECT_EQ(each.expected, go.Result()) << each.what;
 		}

@@ -160,35 +160,3 @@ TEST_F(WindowSinkTest, DropsCarryTheRefsOfWhatCanBeReachedAtTheDropPoint)
 	EXPECT_EQ(expected, ref);
 	EXPECT_NE(B_OK, window[0].FindRef("refs", 1, &ref));
 }
-
-TEST_F(WindowSinkTest, WindowEventsBecomeTheirMessages)
-{
-	InputEvent resized(InputEvent::kResized);
-	resized.width = 399;
-	resized.height = 269;
-	fSink->Deliver(resized);
-	InputEvent moved(InputEvent::kMoved);
-	moved.where = BPoint(60, 70);
-	fSink->Deliver(moved);
-	InputEvent activated(InputEvent::kActivated);
-	activated.active = true;
-	fSink->Deliver(activated);
-	InputEvent wheel(InputEvent::kWheel);
-	wheel.wheelY = 2;
-	fSink->Deliver(wheel);
-	InputEvent close(InputEvent::kCloseRequested);
-	fSink->Deliver(close);
-
-	std::vector<BMessage> window = fWindow->Sync();
-	ASSERT_EQ(5u, window.size());
-	EXPECT_EQ(uint32(B_WINDOW_RESIZED), window[0].what);
-	EXPECT_EQ(399, window[0].GetInt32("width", 0));
-	EXPECT_EQ(269, window[0].GetInt32("height", 0));
-	EXPECT_EQ(uint32(B_WINDOW_MOVED), window[1].what);
-	EXPECT_EQ(BPoint(60, 70), PointOf(window[1], "where"));
-	EXPECT_EQ(uint32(B_WINDOW_ACTIVATED), window[2].what);
-	EXPECT_TRUE(window[2].GetBool("active", false));
-	EXPECT_EQ(uint32(B_MOUSE_WHEEL_CHANGED), window[3].what);
-	EXPECT_EQ(2.0f, window[3].GetFloat("be:wheel_delta_y", 0));
-	EXPECT_EQ(uint32(B_QUIT_REQUESTED), window[4].what);
-}

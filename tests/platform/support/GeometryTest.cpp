@@ -14,20 +14,6 @@ TEST(BRectTest, InclusiveEdgesGiveWidthAsDifference)
 	EXPECT_TRUE(BRect(5, 5, 5, 5).IsValid());
 }
 
-TEST(BRectTest, InsetOffsetAndCopies)
-{
-	BRect r(10, 10, 50, 30);
-	r.InsetBy(2, 3);
-	EXPECT_EQ(BRect(12, 13, 48, 27), r);
-	r.OffsetBy(-2, -3);
-	EXPECT_EQ(BPoint(10, 10), r.LeftTop());
-	r.OffsetTo(0, 0);
-	EXPECT_EQ(BRect(0, 0, 36, 14), r);
-	EXPECT_EQ(BRect(1, 1, 35, 13), r.InsetByCopy(1, 1));
-	EXPECT_EQ(BRect(0, 0, 36, 14), r);
-	EXPECT_EQ(BRect(5, 5, 41, 19), r.OffsetToCopy(BPoint(5, 5)));
-}
-
 TEST(BRectTest, IntersectionAndUnion)
 {
 	BRect a(0, 0, 10, 10);
@@ -42,14 +28,4 @@ TEST(BRectTest, IntersectionAndUnion)
 	EXPECT_FALSE((a & apart).IsValid());
 	EXPECT_TRUE(a.Contains(BRect(1, 1, 10, 10)));
 	EXPECT_FALSE(a.Contains(b));
-}
-
-TEST(BPointTest, ArithmeticAndConstrain)
-{
-	BPoint p(3, 4);
-	p += BPoint(1, 1);
-	EXPECT_EQ(BPoint(4, 5), p);
-	EXPECT_EQ(BPoint(-4, -5), -p);
-	p.ConstrainTo(BRect(0, 0, 2, 10));
-	EXPECT_EQ(BPoint(2, 5), p);
 }

@@ -62,16 +62,6 @@ TEST(BStringTest, ReplaceAndCase)
 	EXPECT_STREQ("AxC", mixed.String());
 }
 
-TEST(BStringTest, ComparisonsAndCaseInsensitiveCompare)
-{
-	EXPECT_TRUE(BString("abc") == "abc");
-	EXPECT_TRUE("abc" == BString("abc"));
-	EXPECT_TRUE(BString("abc") < BString("abd"));
-	EXPECT_EQ(0, BString("Name").ICompare("nAME"));
-	EXPECT_NE(0, BString("Name").Compare("nAME"));
-	EXPECT_EQ(0, BString("abcdef").Compare("abcxyz", 3));
-}
-
 TEST(BStringTest, StreamOperatorsFormatAsTheKitDoes)
 {
 	BString s;
