@@ -61,20 +61,6 @@ Differs(const char* text, const char* string)
 	return strcasecmp(text, string) != 0;
 }
 
-// The type text with its first four characters spelling code.
-String
-TypeTextOf(const char* text, uint32 code)
-{
-	String adjusted(text);
-	while (adjusted.Length() < kTypeLength)
-		adjusted << ' ';
-	char* characters = adjusted.LockBuffer(adjusted.Length());
-	for (int32 index = 0; index < kTypeLength; index++)
-		characters[index] = static_cast<char>(code >> (8 * (kTypeLength - 1 - index)));
-	adjusted.UnlockBuffer(adjusted.Length());
-	return adjusted;
-}
-
 }	// namespace
 
 ItemEditor::ItemEditor(BListView* list, long index, BRect frame)

@@ -152,3 +152,16 @@ TypeCodeFromText(const char* text)
 	}
 	return code;
 }
+
+String
+TypeTextOf(const char* text, uint32 code)
+{
+	String adjusted(text);
+	while (adjusted.Length() < 4)
+		adjusted << ' ';
+	char* characters = adjusted.LockBuffer(adjusted.Length());
+	for (int32 index = 0; index < 4; index++)
+		characters[index] = static_cast<char>(code >> (8 * (3 - index)));
+	adjusted.UnlockBuffer(adjusted.Length());
+	return adjusted;
+}

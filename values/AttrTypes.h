@@ -3,6 +3,8 @@
 
 #include <SupportDefs.h>
 
+#include "VellumString.h"
+
 // The type codes this program knows, in search order, ended by 0.
 extern const uint32 kAttrTypes[];
 extern const int32 kAttrTypeCount;
@@ -29,5 +31,9 @@ uint32 SuggestedTypeFor(uint32 typed);
 // The code spelt by the first four bytes of text, read most significant byte
 // first; bytes past the end of the text count as zeros.
 uint32 TypeCodeFromText(const char* text);
+
+// The type text with its first four characters spelling code (blanks added
+// to a shorter text).
+String TypeTextOf(const char* text, uint32 code);
 
 #endif
