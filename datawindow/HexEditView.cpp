@@ -275,7 +275,7 @@ HexEditView::pvRememberAttribute()
 	DataWindow* window = dynamic_cast<DataWindow*>(Window());
 	if (window == nullptr || window->GetDataType() == 0)
 		return;
-	strlcpy(fName, window->GetDataName(), sizeof(fName));
+	snprintf(fName, sizeof(fName), "%s", static_cast<const char*>(window->GetDataName()));
 	fType = window->GetDataType();
 }
 
@@ -592,9 +592,10 @@ HexEditView::pvWrite(const std::vector<uchar>& bytes)
 	if (window == nullptr || fType == 0)
 		return true;
 	uint32 size = uint32(bytes.size());
-	uint32 written = window->WriteAttribute(fName, fType, const_cast<uchar*>(bytes.data()),
-		size);
-	if (written == size)
+	ssize_t written = window->WriteAttribute(fName, fType, bytes.data(), size);
+	// An empty value writes no bytes either way; the window forgets its
+	// value only after a write that worked.
+	if (written == ssize_t(size) && (size > 0 || window->GetDataType() == 0))
 		return true;
 	FailureAlert("The change was not recorded.");
 	return false;
