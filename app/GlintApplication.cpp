@@ -7,6 +7,7 @@
 #include <String.h>
 
 #include "BrindleFile.h"
+#include "DataWindow.h"
 #include "GlAboutWindow.h"
 #include "GlWindow.h"
 #include "SettingsFile.h"
@@ -20,7 +21,6 @@ namespace {
 
 const char kInspectorName[] = "Vellum";
 const char kIconWindowName[] = "IconWindow";
-const char kDataWindowPrefix[] = "DataWindow for ";
 const char kAboutTitle[] = "About Vellum";
 const uint32 kDropMessage = 'DATA';
 const uint32 kNodeLoaded = 'Init';
@@ -133,11 +133,9 @@ GlintApplication::pvRememberFrame(int slot, BWindow* window)
 void
 GlintApplication::pvRememberDataWindows(const char* nodeName)
 {
-	BString name(kDataWindowPrefix);
-	name << nodeName;
 	BWindow* window = nullptr;
 	for (int slot = kFirstDataSlot; slot < kFirstDataSlot + kDataSlotCount; slot++) {
-		window = FindNextWindow(window, name.String(), nullptr);
+		window = DataWindow::FindNextOfNode(window, nodeName);
 		if (window == nullptr)
 			break;
 		pvRememberFrame(slot, window);

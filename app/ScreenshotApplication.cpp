@@ -1,6 +1,7 @@
 #include "ScreenshotApplication.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <vector>
 
 #include <ListView.h>
@@ -8,10 +9,17 @@
 #include <Window.h>
 #include <WindowTester.h>
 
+#include "AttrView.h"
+#include "BrindleFile.h"
+#include "CMultiTextItem.h"
+#include "DataWindow.h"
 #include "Utils.h"
 
-ScreenshotApplication::ScreenshotApplication(const char* output, const char* path)
+ScreenshotApplication::ScreenshotApplication(const char* output, const char* path,
+	const char* attribute, int32 view)
 	: fOutput(output),
+	fAttribute(attribute != nullptr ? attribute : ""),
+	fView(view),
 	fResult(B_ERROR)
 {
 	// The node arrives as a desktop launch hands documents over; nothing else
@@ -58,14 +66,47 @@ ScreenshotApplication::pvFitToAttributes(BWindow* window)
 	window->Unlock();
 }
 
+BWindow*
+ScreenshotApplication::pvOpenDataWindow(BWindow* inspector)
+{
+	if (!inspector->Lock())
+		return nullptr;
+	auto panel = dynamic_cast<AttrView*>(inspector->FindView("Attributes"));
+	auto list = dynamic_cast<BListView*>(inspector->FindView("attrList"));
+	BrindleFile* file = panel != nullptr ? panel->File() : nullptr;
+	CMultiTextItem* row = nullptr;
+	for (int32 index = 0; list != nullptr && row == nullptr && index < list->CountItems();
+			index++) {
+		auto item = dynamic_cast<CMultiTextItem*>(list->ItemAt(index));
+		if (item != nullptr && fAttribute == item->GetString(CMultiTextItem::kNameColumn))
+			row = item;
+	}
+	if (row != nullptr)
+		panel->OpenWindow(row);
+	String nodeName(file != nullptr ? file->Name() : "");
+	inspector->Unlock();
+
+	DataWindow* window = row != nullptr
+		? DataWindow::FindDataWindow(nodeName, fAttribute.c_str()) : nullptr;
+	if (window != nullptr && fView >= 0)
+		window->SetView(fView);
+	return window;
+}
+
 status_t
 ScreenshotApplication::pvTakeScreenshot(void* data)
 {
 	ScreenshotApplication* app = static_cast<ScreenshotApplication*>(data);
 	BWindow* window = FindFrontWindow("Vellum", nullptr);
 	status_t status = B_ERROR;
-	if (window != nullptr) {
+	if (window != nullptr && !app->fAttribute.empty()) {
+		BPrivate::WindowTester(window).WaitForIdle();
+		window = app->pvOpenDataWindow(window);
+		if (window == nullptr)
+			fprintf(stderr, "vellum: the node has no attribute %s\n", app->fAttribute.c_str());
+	} else if (window != nullptr)
 		pvFitToAttributes(window);
+	if (window != nullptr) {
 		BPrivate::WindowTester tester(window);
 		status = tester.WaitForIdle();
 		if (status == B_OK)

@@ -1,6 +1,7 @@
 // Vellum: shows and edits what the file system keeps about files, folders and
 // links. With --screenshot FILE.png [PATH] it draws PATH's inspector window
-// headless into FILE.png instead.
+// headless into FILE.png instead, with --attr NAME [--view N] the data window
+// of one of its attributes.
 
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +19,9 @@ const char kUsage[] =
 	"usage: vellum [PATH...]                      open the nodes (files, folders, links)\n"
 	"       vellum --refs PATH...                 open exactly these paths\n"
 	"       vellum --screenshot FILE.png [PATH]   draw PATH's window into FILE.png\n"
+	"       vellum --screenshot FILE.png PATH --attr NAME [--view N]\n"
+	"                                             draw the data window of PATH's\n"
+	"                                             attribute NAME (in view N, 0-5)\n"
 	"       vellum --help                         show this\n";
 
 bool
@@ -38,16 +42,39 @@ HasDisplay()
 	return false;
 }
 
-// The screenshot's node must exist; true when the command line can be used.
+// What --screenshot draws.
+struct ScreenshotRequest {
+	const char* output = nullptr;
+	const char* path = nullptr;
+	const char* attribute = nullptr;
+	int32 view = -1;
+};
+
+// Reads the screenshot's command line; the node must exist. False, having
+// said why, when the command line cannot be used.
 bool
-CheckScreenshotArguments(int argc, char** argv)
+ReadScreenshotArguments(int argc, char** argv, ScreenshotRequest& request)
 {
-	if (argc < 3 || argc > 4) {
-		fprintf(stderr, "usage: vellum --screenshot FILE.png [PATH]\n");
+	const char* kScreenshotUsage
+		= "usage: vellum --screenshot FILE.png [PATH [--attr NAME [--view N]]]\n";
+	bool valid = argc == 3 || argc == 4 || argc == 6 || argc == 8;
+	if (valid && argc >= 6)
+		valid = strcmp(argv[4], "--attr") == 0;
+	char* end = nullptr;
+	if (valid && argc == 8) {
+		long view = strtol(argv[7], &end, 10);
+		valid = strcmp(argv[6], "--view") == 0 && *end == '\0' && view >= 0 && view <= 5;
+		request.view = view;
+	}
+	if (!valid) {
+		fputs(kScreenshotUsage, stderr);
 		return false;
 	}
-	if (argc == 4 && !BEntry(argv[3]).Exists()) {
-		fprintf(stderr, "vellum: %s: there is no such file, folder or link\n", argv[3]);
+	request.output = argv[2];
+	request.path = argc > 3 ? argv[3] : nullptr;
+	request.attribute = argc > 5 ? argv[5] : nullptr;
+	if (request.path != nullptr && !BEntry(request.path).Exists()) {
+		fprintf(stderr, "vellum: %s: there is no such file, folder or link\n", request.path);
 		return false;
 	}
 	return true;
@@ -68,8 +95,9 @@ main(int argc, char** argv)
 			"set); draw a window into a picture with --screenshot instead\n%s", kUsage);
 		return 1;
 	}
+	ScreenshotRequest request;
 	if (screenshot) {
-		if (!CheckScreenshotArguments(argc, argv))
+		if (!ReadScreenshotArguments(argc, argv, request))
 			return 2;
 		setenv("QT_QPA_PLATFORM", "offscreen", 1);
 	}
@@ -78,8 +106,8 @@ main(int argc, char** argv)
 	GlintApplication* app = nullptr;
 	try {
 		if (screenshot) {
-			ScreenshotApplication* screenshotApp
-				= new ScreenshotApplication(argv[2], argc > 3 ? argv[3] : nullptr);
+			ScreenshotApplication* screenshotApp = new ScreenshotApplication(request.output,
+				request.path, request.attribute, request.view);
 			app = screenshotApp;
 			app->Run();
 			if (screenshotApp->Result() != B_OK) {

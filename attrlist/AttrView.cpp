@@ -16,6 +16,7 @@
 
 #include "BrindleFile.h"
 #include "CMultiTextItem.h"
+#include "DataWindow.h"
 #include "DisplayStrings.h"
 #include "Formatting.h"
 #include "FileHost.h"
@@ -197,6 +198,15 @@ AttrView::AddNewAttribute(AttrData& data)
 	if (CMultiTextItem::IsIconType(data.type))
 		row->SetHeight(IconRowHeight(data.type, data.size));
 	pvList()->AddItem(row);
+
+	// An open data window of the attribute shows the value just read.
+	BrindleFile* file = File();
+	if (file == nullptr)
+		return;
+	if (DataWindow* open = DataWindow::FindDataWindow(file->Name(), data.name)) {
+		open->SetFile(file);
+		open->Refresh(data.name, data.type, data.data, data.size);
+	}
 }
 
 ssize_t
@@ -298,9 +308,18 @@ AttrView::OpenIconWindow(uint32 type, void* data, long size, char* name)
 	(new IconWindow(frame, name, data, size, side))->Show();
 }
 
+// One window per node and attribute; a second request brings it to the front.
 void
-AttrView::OpenDataWindow(uint32, void*, uint32, char*)
+AttrView::OpenDataWindow(uint32 type, void* data, uint32 size, char* name)
 {
+	BrindleFile* file = File();
+	if (file == nullptr)
+		return;
+	if (DataWindow* open = DataWindow::FindDataWindow(file->Name(), name)) {
+		open->Activate();
+		return;
+	}
+	DataWindow::Create(Window(), file)->Refresh(name, type, data, size);
 }
 
 void

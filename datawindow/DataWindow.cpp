@@ -26,6 +26,7 @@
 #include "StringAttrView.h"
 #include "TypeConversion.h"
 #include "Utils.h"
+#include "WindowSlots.h"
 
 namespace {
 
@@ -40,6 +41,13 @@ const uint32 kWindowFlagBit = 0x80000000;
 const int32 kViewListBlockSize = 20;
 const int32 kTitleLength = 256;
 const float kMenuBarHeight = 18.0f;
+
+// New windows open at this frame, or at the corner of a free slot, with a
+// fixed width.
+const BRect kDefaultFrame(100, 100, 616, 280);
+const float kWidth = 516;
+const float kMinHeight = 140;
+const float kMaxHeight = 20480;
 
 const char* const kHexColumns = "Offset               Value"
 	"                                                                                    "
@@ -117,7 +125,6 @@ DataWindow::DataWindow(BRect frame, const char* title, window_type type, uint32 
 	uint32 workspace)
 	:
 	BWindow(frame, title, type, flags | kWindowFlagBit, workspace),
-	fFile(nullptr),
 	fParent(nullptr),
 	fCurrentView(nullptr),
 	fHexView(nullptr),
@@ -185,13 +192,13 @@ DataWindow::SetupMenu()
 void
 DataWindow::SetFile(BrindleFile* file)
 {
-	fFile = file;
+	fFile.reset(file != nullptr ? new BrindleFile(*file) : nullptr);
 }
 
 BrindleFile*
 DataWindow::File() const
 {
-	return fFile;
+	return fFile.get();
 }
 
 void
@@ -548,6 +555,37 @@ DataWindow::FindDataWindow(const char* nodeName, const char* attrName)
 	else
 		snprintf(title, sizeof(title), "%s", nodeName);
 	return dynamic_cast<DataWindow*>(FindFrontWindow(kWindowName, title));
+}
+
+DataWindow*
+DataWindow::FindNextOfNode(BWindow* after, const char* nodeName)
+{
+	String prefix(nodeName);
+	prefix << ": ";
+	for (BWindow* window = FindNextWindow(after, kWindowName, nullptr); window != nullptr;
+			window = FindNextWindow(window, kWindowName, nullptr)) {
+		auto dataWindow = dynamic_cast<DataWindow*>(window);
+		const char* title = window->Title();
+		if (dataWindow != nullptr && title != nullptr
+			&& strncasecmp(title, prefix, prefix.Length()) == 0)
+			return dataWindow;
+	}
+	return nullptr;
+}
+
+DataWindow*
+DataWindow::Create(BWindow* parent, BrindleFile* file)
+{
+	BRect frame = kDefaultFrame;
+	if (auto slots = dynamic_cast<WindowSlots*>(be_app)) {
+		int slot = CountSubsidiaryWindows(kWindowName, nullptr) % slots->NumDataWins();
+		frame.OffsetTo(slots->WindowCorner(slot));
+	}
+	auto window = new DataWindow(frame, kWindowName, B_DOCUMENT_WINDOW, 0);
+	window->SetParent(parent);
+	window->SetSizeLimits(kWidth, kWidth, kMinHeight, kMaxHeight);
+	window->SetFile(file);
+	return window;
 }
 
 template<typename ViewClass>

@@ -37,6 +37,8 @@ public:
 	// Builds the views list, the menus and the six hidden views.
 	virtual void Initialize();
 
+	// The window keeps its own wrapper of the node, so that it can still
+	// write when the inspector window has moved on to another node.
 	void SetFile(BrindleFile* file);
 	BrindleFile* File() const;
 	// The inspector window that receives the re-read requests.
@@ -91,13 +93,19 @@ public:
 	// The data window titled "nodeName: attrName" (nodeName alone without
 	// an attribute name), or null.
 	static DataWindow* FindDataWindow(const char* nodeName, const char* attrName);
+	// The next data window after `after` (the first when null) whose title
+	// names the node, or null.
+	static DataWindow* FindNextOfNode(BWindow* after, const char* nodeName);
+	// A new hidden data window for the node of the inspector window parent,
+	// at the corner of the next free slot, of fixed width.
+	static DataWindow* Create(BWindow* parent, BrindleFile* file);
 
 private:
 	template<typename ViewClass>
 	ViewClass* pvNamedView(const char* name) const;
 	void pvKeepValue(const void* data, long size);
 
-	BrindleFile* fFile;
+	std::unique_ptr<BrindleFile> fFile;
 	BWindow* fParent;
 	BView* fCurrentView;
 	HexView* fHexView;

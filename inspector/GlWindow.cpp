@@ -16,6 +16,7 @@
 #include <TextView.h>
 
 #include "BrindleFile.h"
+#include "DataWindow.h"
 #include "EditMenu.h"
 #include "GlAboutWindow.h"
 #include "GlintView.h"
@@ -28,7 +29,6 @@ namespace {
 const char* kInspectorName = "Vellum";
 const char* kFileMenu = "File";
 const char* kSelectNodeLabel = "Select node...";
-const char* kDataWindowPrefix = "DataWindow for ";
 
 const uint32 kClearCommand = 127;
 const uint32 kOpenPanel = 'Glan';
@@ -332,11 +332,9 @@ GlWindow::pvCloseDataWindows()
 	BrindleFile* file = File();
 	if (file == nullptr)
 		return true;
-	BString name(kDataWindowPrefix);
-	name << file->Name();
 	std::vector<BMessenger> windows;
-	for (BWindow* window = FindNextWindow(nullptr, name.String(), nullptr);
-			window != nullptr; window = FindNextWindow(window, name.String(), nullptr))
+	for (DataWindow* window = DataWindow::FindNextOfNode(nullptr, file->Name());
+			window != nullptr; window = DataWindow::FindNextOfNode(window, file->Name()))
 		windows.push_back(BMessenger(window));
 	for (const BMessenger& messenger : windows) {
 		BLooper* looper;

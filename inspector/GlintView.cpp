@@ -19,6 +19,7 @@
 
 #include "AttrView.h"
 #include "BrindleFile.h"
+#include "DataWindow.h"
 #include "Formatting.h"
 #include "NewTextControl.h"
 #include "RevealInTracker.h"
@@ -390,18 +391,14 @@ GlintView::pvSetNode(const entry_ref& ref)
 	fFile = std::make_unique<BrindleFile>(&ref, false);
 }
 
-// Asks every data window whose title starts with the leaf name to close.
+// Asks every data window of the node to close.
 void
 GlintView::pvCloseDataWindowsOf(const char* leafName)
 {
-	size_t length = strlen(leafName);
 	std::vector<BMessenger> windows;
-	for (BWindow* window = FindNextWindow(nullptr, "DataWindow", nullptr); window != nullptr;
-			window = FindNextWindow(window, "DataWindow", nullptr)) {
-		const char* title = window->Title();
-		if (title != nullptr && strncasecmp(title, leafName, length) == 0)
-			windows.push_back(BMessenger(window));
-	}
+	for (DataWindow* window = DataWindow::FindNextOfNode(nullptr, leafName); window != nullptr;
+			window = DataWindow::FindNextOfNode(window, leafName))
+		windows.push_back(BMessenger(window));
 	for (const BMessenger& window : windows)
 		window.SendMessage(B_QUIT_REQUESTED);
 }

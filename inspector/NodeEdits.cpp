@@ -22,6 +22,7 @@
 #include <parsedate.h>
 
 #include "BrindleFile.h"
+#include "DataWindow.h"
 #include "FixLink.h"
 #include "Formatting.h"
 #include "GenericAlerts.h"
@@ -265,9 +266,11 @@ GlintView::FixTargetPath(BMessage* msg)
 	SetEntry(&linkRef, NULL, &newPath);
 }
 
+// An empty string attribute in a data window; closing it adds the attribute.
 void
-GlintView::AddAttr(BMessage* msg)
+GlintView::AddAttr(BMessage*)
 {
-	// New attributes are written from a data window, which this build lacks.
-	NotYetImplementedAlert(msg, "Adding an attribute");
+	if (fFile == nullptr)
+		return;
+	DataWindow::Create(Window(), fFile.get())->Refresh("", 'CSTR', nullptr, 0);
 }
