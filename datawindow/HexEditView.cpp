@@ -90,7 +90,6 @@ void
 HexEditView::AttachedToWindow()
 {
 	BView::AttachedToWindow();
-	AdoptParentColors();
 	BFont font(be_fixed_font);
 	font.SetSize(12);
 	SetFont(&font);

@@ -55,6 +55,8 @@ HexView::AttachedToWindow()
 	frame.InsetBy(kScrollerBorder, kScrollerBorder);
 	frame.right -= B_V_SCROLL_BAR_WIDTH + 1;
 	fEditor = new HexEditView(frame, "HexEditView", B_FOLLOW_ALL, B_WILL_DRAW);
+	fEditor->SetViewColor(interior->ViewColor());
+	fEditor->SetLowColor(interior->ViewColor());
 	NewScroller* scroller = new NewScroller("Hex Scroller", fEditor, B_FOLLOW_ALL, 0, false,
 		true, B_FANCY_BORDER);
 	scroller->SetViewColor(interior->ViewColor());
