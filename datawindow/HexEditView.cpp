@@ -214,8 +214,11 @@ HexEditView::InsertData(const char* data, int32 size, int32 offset)
 	bool whole = fKeeping && fData.empty();
 	fKeeping = false;
 	offset = std::clamp(offset, int32(0), Size());
-	if (data != nullptr && size > 0)
+	if (whole && pvIsEarlierReread(data, size))
+		fData.swap(fReplaced);
+	else if (data != nullptr && size > 0)
 		fData.insert(fData.begin() + offset, data, data + size);
+	fReplaced.clear();
 	pvRememberAttribute();
 	pvFitHeight();
 	if (whole) {
@@ -231,11 +234,25 @@ HexEditView::InsertData(const char* data, int32 size, int32 offset)
 	Invalidate();
 }
 
+// Whether a value that replaces the bytes shown is the re-read of a write
+// that a later write has overtaken: then the bytes shown stay, lest the
+// later edit be undone on screen and by the next write.
+bool
+HexEditView::pvIsEarlierReread(const char* data, int32 size)
+{
+	bool same = size == int32(fReplaced.size())
+		&& (size <= 0 || memcmp(data, fReplaced.data(), size_t(size)) == 0);
+	bool earlier = fUnconfirmed > 1 && !same;
+	fUnconfirmed = earlier ? fUnconfirmed - 1 : 0;
+	return earlier;
+}
+
 void
 HexEditView::SelectAll()
 {
 	fKept = Place{fCaret, fAnchor, fSelStart, fSelEnd, Bounds().top};
 	fKeeping = true;
+	fReplaced = fData;
 	Select(0, Size());
 }
 
@@ -594,8 +611,10 @@ HexEditView::pvWrite(const std::vector<uchar>& bytes)
 	ssize_t written = window->WriteAttribute(fName, fType, bytes.data(), size);
 	// An empty value writes no bytes either way; the window forgets its
 	// value only after a write that worked.
-	if (written == ssize_t(size) && (size > 0 || window->GetDataType() == 0))
+	if (written == ssize_t(size) && (size > 0 || window->GetDataType() == 0)) {
+		fUnconfirmed++;
 		return true;
+	}
 	FailureAlert("The change was not recorded.");
 	return false;
 }

@@ -90,6 +90,7 @@ private:
 	bool pvWrite(const std::vector<uchar>& bytes);
 	void pvRefreshHeader();
 	void pvRememberAttribute();
+	bool pvIsEarlierReread(const char* data, int32 size);
 
 	void pvCopy();
 	void pvPaste();
@@ -111,6 +112,10 @@ private:
 	// Where the user was when SelectAll began a whole replacement.
 	Place fKept = {};
 	bool fKeeping = false;
+	// The bytes shown before the replacement, and how many writes have not
+	// come back as a re-read value yet.
+	std::vector<uchar> fReplaced;
+	int32 fUnconfirmed = 0;
 	// The attribute the bytes are written to; the name stays in place for
 	// the header refresh message that points at it.
 	char fName[B_ATTR_NAME_LENGTH] = {};

@@ -219,3 +219,29 @@ TEST(HexEditTest, AFixedSizeTypeKeepsItsSize)
 		EXPECT_EQ("7111111111111111", w.FileHex());
 	});
 }
+
+TEST(HexEditTest, AReReadOvertakenByALaterWriteDoesNotUndoIt)
+{
+	WindowTester::RunHeadless([] {
+		HexWindow w("raw", kRaw, "hello");
+		w.Key(B_RETURN);
+		// The inspector is busy while two digits are typed.
+		ASSERT_TRUE(w.parent->Lock());
+		w.tester->TypeText("41");
+		EXPECT_EQ(B_OK, w.tester->WaitForIdle());
+		// The first write's re-read arrives late, with the first digit only.
+		w.window->Refresh("raw", kRaw, "Hello", 5);
+		w.window->Lock();
+		EXPECT_EQ('A', w.Editor()->Data()[0]);
+		EXPECT_EQ(2, w.Editor()->Caret());
+		w.window->Unlock();
+		w.parent->Unlock();
+		w.Settle();
+		EXPECT_EQ(Hex("Aello"), w.FileHex());
+		EXPECT_EQ('A', w.Editor()->Data()[0]);
+		// A value changed elsewhere still shows.
+		w.window->Refresh("raw", kRaw, "other", 5);
+		w.Settle();
+		EXPECT_EQ('o', w.Editor()->Data()[0]);
+	});
+}
