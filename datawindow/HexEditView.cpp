@@ -90,10 +90,6 @@ void
 HexEditView::AttachedToWindow()
 {
 	BView::AttachedToWindow();
-	BFont font(be_fixed_font);
-	font.SetSize(12);
-	SetFont(&font);
-	pvMeasure();
 	if (fHex == nullptr) {
 		fHex = MakeTextView(BRect(0, 0, 10, 10), "HexText", true);
 		fAscii = MakeTextView(BRect(0, 0, 10, 10), "AsciiView", false);
@@ -101,18 +97,15 @@ HexEditView::AttachedToWindow()
 		AddChild(fAscii);
 		fActive = fHex;
 	}
+	// The offsets are drawn like the columns.
+	BFont font;
+	fHex->GetFont(&font);
+	SetFont(&font);
+	fCellWidth = fHex->CellWidth();
+	fLineHeight = fHex->LineHeight();
+	fAscent = fHex->Ascent();
 	pvLayoutColumns();
 	pvFitHeight();
-}
-
-void
-HexEditView::pvMeasure()
-{
-	font_height height;
-	GetFontHeight(&height);
-	fCellWidth = StringWidth("0");
-	fAscent = std::ceil(height.ascent);
-	fLineHeight = std::ceil(height.ascent + height.descent + height.leading);
 }
 
 int32

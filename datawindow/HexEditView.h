@@ -66,7 +66,6 @@ private:
 		float scroll;
 	};
 
-	void pvMeasure();
 	void pvLayoutColumns();
 	void pvFitHeight();
 	float pvViewportHeight() const;

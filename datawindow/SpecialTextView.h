@@ -26,6 +26,7 @@ public:
 
 	float CellWidth() const { return fCellWidth; }
 	float LineHeight() const { return fLineHeight; }
+	float Ascent() const { return fAscent; }
 	// The width of a full line of this column.
 	float LineWidth() const;
 	// The caret position (in nibbles, two to a byte) of the cell at point; a
