@@ -158,6 +158,9 @@ HexEditView::pvFitHeight()
 	pvLayoutColumns();
 	if (NewScroller* scroller = dynamic_cast<NewScroller*>(Parent()))
 		scroller->Sync();
+	// The arrows and the wheel scroll by lines, the track by pages.
+	if (BScrollBar* bar = ScrollBar(B_VERTICAL))
+		bar->SetSteps(fLineHeight, pvPageLines() * fLineHeight);
 }
 
 void
@@ -579,11 +582,12 @@ HexEditView::pvStore(std::vector<uchar>& bytes)
 	// A type of fixed size keeps its size.
 	long size = long(bytes.size());
 	CalculateSize(fType, &size);
-	if (size != long(bytes.size()) || !pvWrite(bytes)) {
-		if (size != long(bytes.size()))
-			beep();
+	if (size != long(bytes.size())) {
+		beep();
 		return false;
 	}
+	if (!pvWrite(bytes))
+		return false;
 	bool resized = bytes.size() != fData.size();
 	fData.swap(bytes);
 	if (resized) {
