@@ -37,10 +37,7 @@ BoolView::Insert(const char* data, long size)
 bool
 BoolView::IsDataDirty()
 {
-	long size = 0;
-	std::unique_ptr<char[]> value(ExtractDataValue(&size));
-	return ReadValue<uint8>(value.get(), size)
-		!= ReadValue<uint8>(GetMasterData(), GetDataSize());
+	return DataDiffers<uint8>();
 }
 
 void

@@ -192,6 +192,7 @@ DataWindow::SetupMenu()
 void
 DataWindow::SetFile(BrindleFile* file)
 {
+	BAutolock lock(this);
 	fFile.reset(file != nullptr ? new BrindleFile(*file) : nullptr);
 }
 
@@ -231,8 +232,9 @@ DataWindow::SetTitleAndHeader(uint32 type, uint32 size, const char* name)
 		snprintf(title, sizeof(title), "%s: %s", fFile != nullptr ? fFile->Name() : "", name);
 		SetTitle(title);
 	}
-	String header = MakeHeaderString(type, size, name);
-	fName = name != nullptr ? name : "";
+	if (name != nullptr)
+		fName = name;
+	String header = MakeHeaderString(type, size, fName);
 	fType = type;
 	fSize = size;
 	for (long index = kStringView; index < kHexView; index++) {
@@ -557,18 +559,16 @@ DataWindow::FindDataWindow(const char* nodeName, const char* attrName)
 	return dynamic_cast<DataWindow*>(FindFrontWindow(kWindowName, title));
 }
 
-DataWindow*
+BWindow*
 DataWindow::FindNextOfNode(BWindow* after, const char* nodeName)
 {
 	String prefix(nodeName);
 	prefix << ": ";
 	for (BWindow* window = FindNextWindow(after, kWindowName, nullptr); window != nullptr;
 			window = FindNextWindow(window, kWindowName, nullptr)) {
-		auto dataWindow = dynamic_cast<DataWindow*>(window);
 		const char* title = window->Title();
-		if (dataWindow != nullptr && title != nullptr
-			&& strncasecmp(title, prefix, prefix.Length()) == 0)
-			return dataWindow;
+		if (title != nullptr && strncasecmp(title, prefix, prefix.Length()) == 0)
+			return window;
 	}
 	return nullptr;
 }

@@ -93,9 +93,9 @@ public:
 	// The data window titled "nodeName: attrName" (nodeName alone without
 	// an attribute name), or null.
 	static DataWindow* FindDataWindow(const char* nodeName, const char* attrName);
-	// The next data window after `after` (the first when null) whose title
-	// names the node, or null.
-	static DataWindow* FindNextOfNode(BWindow* after, const char* nodeName);
+	// The next window named "DataWindow" after `after` (the first when null)
+	// whose title names the node, or null.
+	static BWindow* FindNextOfNode(BWindow* after, const char* nodeName);
 	// A new hidden data window for the node of the inspector window parent,
 	// at the corner of the next free slot, of fixed width.
 	static DataWindow* Create(BWindow* parent, BrindleFile* file);

@@ -28,10 +28,7 @@ DateView::Insert(const char* data, long size)
 bool
 DateView::IsDataDirty()
 {
-	long size = 0;
-	std::unique_ptr<char[]> value(ExtractDataValue(&size));
-	return ReadValue<int32>(value.get(), size)
-		!= ReadValue<int32>(GetMasterData(), GetDataSize());
+	return DataDiffers<int32>();
 }
 
 void

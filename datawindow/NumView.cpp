@@ -62,27 +62,23 @@ NumView::Insert(const char* data, long size)
 bool
 NumView::IsDataDirty()
 {
-	long size = 0;
-	std::unique_ptr<char[]> value(ExtractDataValue(&size));
-	const void* master = GetMasterData();
-	long masterSize = GetDataSize();
 	switch (GetDataType()) {
 		case 'BYTE':
 		case 'UBYT':
-			return ReadValue<uint8>(value.get(), size) != ReadValue<uint8>(master, masterSize);
+			return DataDiffers<uint8>();
 		case 'DBLE':
-			return ReadValue<double>(value.get(), size) != ReadValue<double>(master, masterSize);
+			return DataDiffers<double>();
 		case 'FLOT':
-			return ReadValue<float>(value.get(), size) != ReadValue<float>(master, masterSize);
+			return DataDiffers<float>();
 		case 'LLNG':
 		case 'ULLG':
-			return ReadValue<uint64>(value.get(), size) != ReadValue<uint64>(master, masterSize);
+			return DataDiffers<uint64>();
 		case 'LONG':
 		case 'ULNG':
-			return ReadValue<uint32>(value.get(), size) != ReadValue<uint32>(master, masterSize);
+			return DataDiffers<uint32>();
 		case 'SHRT':
 		case 'USHT':
-			return ReadValue<uint16>(value.get(), size) != ReadValue<uint16>(master, masterSize);
+			return DataDiffers<uint16>();
 		default:
 			return false;
 	}

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include <View.h>
 
@@ -59,6 +60,10 @@ public:
 	bool AddAttr();
 
 protected:
+	// Whether the panel's value, read as a T, differs from the window's.
+	template<typename T>
+	bool DataDiffers();
+
 	BTextControl* pvField(const char* name) const;
 	void pvSetFieldText(const char* field, const char* text);
 
@@ -91,6 +96,15 @@ NewValueBuffer(T value, long* size)
 	if (size != nullptr)
 		*size = sizeof(T);
 	return buffer;
+}
+
+template<typename T>
+bool
+StringAttrView::DataDiffers()
+{
+	long size = 0;
+	std::unique_ptr<char[]> value(ExtractDataValue(&size));
+	return ReadValue<T>(value.get(), size) != ReadValue<T>(GetMasterData(), GetDataSize());
 }
 
 #endif

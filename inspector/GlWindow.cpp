@@ -139,32 +139,10 @@ GlWindow::pvBuildViews()
 	interior->AddChild(fGlintView);
 }
 
-BMenuBar*
-GlWindow::pvMenuBar() const
-{
-	BMenuBar* bar = dynamic_cast<BMenuBar*>(ChildAt(0));
-	if (bar == nullptr)
-		bar = dynamic_cast<BMenuBar*>(FindView("WinMenu"));
-	if (bar == nullptr)
-		throw StatusError(B_NAME_NOT_FOUND, "window without a menu bar");
-	return bar;
-}
-
-BMenu*
-GlWindow::pvMenu(const char* menuLabel) const
-{
-	BMenuItem* item = pvMenuBar()->FindItem(menuLabel);
-	if (item == nullptr)
-		throw StatusError(B_NAME_NOT_FOUND, "menu bar without the menu");
-	if (item->Submenu() == nullptr)
-		throw StatusError(B_NAME_NOT_FOUND, "menu bar item without a menu");
-	return item->Submenu();
-}
-
 void
 GlWindow::SetMenuItem(const char* menuLabel, const char* itemLabel, const char* newLabel)
 {
-	if (BMenuItem* item = pvMenu(menuLabel)->FindItem(itemLabel))
+	if (BMenuItem* item = MenuFromWin(this, menuLabel)->FindItem(itemLabel))
 		item->SetLabel(newLabel);
 }
 
@@ -175,7 +153,7 @@ GlWindow::AdjustMenus()
 	if (!lock.IsLocked())
 		return;
 	bool loaded = Loaded();
-	BMenu* fileMenu = pvMenu(kFileMenu);
+	BMenu* fileMenu = MenuFromWin(this, kFileMenu);
 	for (const char* label : kNodeItems) {
 		if (BMenuItem* item = fileMenu->FindItem(label))
 			item->SetEnabled(loaded);
@@ -333,7 +311,7 @@ GlWindow::pvCloseDataWindows()
 	if (file == nullptr)
 		return true;
 	std::vector<BMessenger> windows;
-	for (DataWindow* window = DataWindow::FindNextOfNode(nullptr, file->Name());
+	for (BWindow* window = DataWindow::FindNextOfNode(nullptr, file->Name());
 			window != nullptr; window = DataWindow::FindNextOfNode(window, file->Name()))
 		windows.push_back(BMessenger(window));
 	for (const BMessenger& messenger : windows) {

@@ -5,8 +5,6 @@
 
 #include <Window.h>
 
-class BMenu;
-class BMenuBar;
 class BShelf;
 class BrindleFile;
 class GlintView;
@@ -41,8 +39,6 @@ public:
 
 private:
 	void pvBuildViews();
-	BMenuBar* pvMenuBar() const;
-	BMenu* pvMenu(const char* menuLabel) const;
 	void pvEditCommand(BMessage* msg);
 	void pvOpenFilePanel();
 	bool pvCloseDataWindows();

@@ -1,7 +1,5 @@
 #include "GlintView.h"
 
-#include <strings.h>
-
 #include <cmath>
 #include <cstring>
 #include <vector>
@@ -396,7 +394,7 @@ void
 GlintView::pvCloseDataWindowsOf(const char* leafName)
 {
 	std::vector<BMessenger> windows;
-	for (DataWindow* window = DataWindow::FindNextOfNode(nullptr, leafName); window != nullptr;
+	for (BWindow* window = DataWindow::FindNextOfNode(nullptr, leafName); window != nullptr;
 			window = DataWindow::FindNextOfNode(window, leafName))
 		windows.push_back(BMessenger(window));
 	for (const BMessenger& window : windows)

@@ -5,6 +5,8 @@
 #   bash scripts/run.sh --refs PATH...               PATH... each in a window
 #   bash scripts/run.sh --screenshot FILE.png [PATH] PATH's window drawn into FILE.png,
 #                                                    without a display
+#   bash scripts/run.sh --screenshot FILE.png PATH --attr NAME [--view N]
+#                                                    the data window of PATH's attribute
 #   bash scripts/run.sh --install-desktop            Vellum in the desktop's applications
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)

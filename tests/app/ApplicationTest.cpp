@@ -353,25 +353,25 @@ TEST_F(ApplicationTest, SavingTakesTheFramesOfTheFrontWindowsOfTheirKinds)
 	fSettings.WriteSettings("0\n60 60 460 330\n7 8 90 100\n");
 	WindowTester::HoldModifiers(B_SHIFT_KEY);
 	RunVellum({"vellum", "--refs", Node("a.txt")}, [this](GlintApplication* app) {
-		auto named = [](const char* name, BRect frame) {
-			BWindow* window = new BWindow(frame, name, B_TITLED_WINDOW, 0);
+		auto named = [](const char* name, const char* title, BRect frame) {
+			BWindow* window = new BWindow(frame, title, B_TITLED_WINDOW, 0);
 			window->SetName(name);
 			return window;
 		};
 		// No icon window: its slot keeps what was read.
-		BWindow* first = named("DataWindow for a.txt", BRect(10, 20, 300, 200));
-		BWindow* second = named("DataWindow for a.txt", BRect(30, 40, 330, 220));
-		named("DataWindow for b.txt", BRect(50, 60, 350, 240));
+		BWindow* first = named("DataWindow", "a.txt: one", BRect(10, 20, 300, 200));
+		BWindow* second = named("DataWindow", "a.txt: two", BRect(30, 40, 330, 220));
+		named("DataWindow", "b.txt: one", BRect(50, 60, 350, 240));
 		app->SavePrefs();
 		EXPECT_EQ("0\n60 60 460 330\n7 8 90 100\n10 20 300 200\n30 40 330 220\n"
 			"100 100 616 280\n", fSettings.Settings()) << "a missing third window keeps its slot";
 
-		BWindow* icon = named("IconWindow", BRect(1, 2, 129, 130));
+		BWindow* icon = named("IconWindow", "one", BRect(1, 2, 129, 130));
 		for (BWindow* window : {first, second, icon}) {
 			window->Lock();
 			window->Quit();
 		}
-		icon = named("IconWindow", BRect(3, 4, 131, 132));
+		icon = named("IconWindow", "one", BRect(3, 4, 131, 132));
 		app->SavePrefs();
 		EXPECT_EQ("0\n60 60 460 330\n3 4 131 132\n10 20 300 200\n30 40 330 220\n"
 			"100 100 616 280\n", fSettings.Settings()) << "closed data windows keep their slots";

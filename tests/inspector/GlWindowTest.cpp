@@ -32,8 +32,8 @@ const std::vector<const char*> kEditItems = {"Undo", "Cut", "Copy", "Paste", "Cl
 // closing with the given answer.
 class StandInWindow : public BWindow {
 public:
-	StandInWindow(const char* name, bool agrees)
-		: BWindow(BRect(500, 100, 700, 200), name, B_TITLED_WINDOW, 0),
+	StandInWindow(const char* name, const char* title, bool agrees)
+		: BWindow(BRect(500, 100, 700, 200), title, B_TITLED_WINDOW, 0),
 		fAgrees(agrees)
 	{
 		SetName(name);
@@ -295,9 +295,9 @@ TEST(GlWindowTest, ClosingAnInspectorClosesItsNodesDataWindowsUnlessOneRefuses)
 		QuitCounter quits;
 		GlWindow* window = ShowInspector();
 		DropOnInspector(window, {file});
-		StandInWindow* refusing = new StandInWindow("DataWindow for data", false);
+		StandInWindow* refusing = new StandInWindow("DataWindow", "data: a", false);
 		refusing->Show();
-		StandInWindow* other = new StandInWindow("DataWindow for another", true);
+		StandInWindow* other = new StandInWindow("DataWindow", "another: a", true);
 		other->Show();
 
 		CloseWithCloseBox(window);
@@ -306,9 +306,9 @@ TEST(GlWindowTest, ClosingAnInspectorClosesItsNodesDataWindowsUnlessOneRefuses)
 		EXPECT_EQ(quits.Count(), 0);
 
 		// Two agreeing data windows of the node both close with it.
-		StandInWindow* firstData = new StandInWindow("DataWindow for data", true);
+		StandInWindow* firstData = new StandInWindow("DataWindow", "data: b", true);
 		firstData->Show();
-		StandInWindow* secondData = new StandInWindow("DataWindow for DATA", true);
+		StandInWindow* secondData = new StandInWindow("DataWindow", "DATA: c", true);
 		secondData->Show();
 		ASSERT_TRUE(refusing->Lock());
 		refusing->Quit();

@@ -411,17 +411,3 @@ TEST(NodeEditsTest, MalformedChangesAndMissingNodesThrow)
 	});
 }
 
-TEST(NodeEditsTest, AddingAnAttributeSaysItIsNotThereYet)
-{
-	TempFolder folder;
-	std::string notes = folder.File("notes");
-	WindowTester::RunHeadless([&] {
-		Panel panel(notes);
-		AlertScript script;
-		panel.Send(BMessage('AddA'));
-		ASSERT_EQ(1u, script.Seen().size());
-		EXPECT_EQ("NotYetImplementedAlert", script.Seen()[0].title);
-		EXPECT_EQ(0u, script.Seen()[0].text.find(
-			"\n\nAdding an attribute has not yet been implemented."));
-	});
-}
