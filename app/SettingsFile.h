@@ -4,6 +4,8 @@
 #include <Rect.h>
 #include <SupportDefs.h>
 
+#include <string>
+
 // The settings file "Vellum_Settings" in the user settings folder: a version
 // line "0", then one line "left top right bottom" per remembered window.
 
@@ -12,6 +14,11 @@
 // trailing values of the line before it (of rects[0] for the first line). A
 // missing file or another version leaves rects as they are.
 void ReadWindowRects(BRect* rects, int32 count);
+
+// Reads the rectangles from text, the file's contents, as ReadWindowRects
+// does; false, leaving rects as they are, when text does not begin with the
+// version line of this program.
+bool ParseWindowRects(const std::string& text, BRect* rects, int32 count);
 
 // Writes the version line and count rectangles; failures are silent.
 void WriteWindowRects(const BRect* rects, int32 count);
