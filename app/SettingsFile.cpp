@@ -118,12 +118,20 @@ ReadWindowRects(BRect* rects, int32 count)
 	int file;
 	if (count <= 0 || !SettingsPath(&path) || !ReadSettingsText(path, &file, &text))
 		return;
-	std::istringstream lines(text);
 	// A file of another version is not ours to read; it stays open, untouched.
+	if (ParseWindowRects(text, rects, count))
+		close(file);
+}
+
+bool
+ParseWindowRects(const std::string& text, BRect* rects, int32 count)
+{
+	std::istringstream lines(text);
 	if (!ReadVersion(lines))
-		return;
-	ReadRects(lines, rects, count);
-	close(file);
+		return false;
+	if (count > 0)
+		ReadRects(lines, rects, count);
+	return true;
 }
 
 void

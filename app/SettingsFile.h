@@ -4,6 +4,8 @@
 #include <Rect.h>
 #include <SupportDefs.h>
 
+#include <string>
+
 // The settings file "Vellum_Settings" in the user settings folder: a version
 // line "0", then one line "left top right bottom" per remembered window.
 
@@ -17,6 +19,11 @@ void ReadWindowRects(BRect* rects, int32 count);
 // top-left corner: a damaged file or one from a larger screen never asks for
 // a window larger than can be shown.
 void FitWindowRects(BRect* rects, int32 count, BRect screen);
+
+// Reads the rectangles from text, the file's contents, as ReadWindowRects
+// does; false, leaving rects as they are, when text does not begin with the
+// version line of this program.
+bool ParseWindowRects(const std::string& text, BRect* rects, int32 count);
 
 // Writes the version line and count rectangles; failures are silent.
 void WriteWindowRects(const BRect* rects, int32 count);
