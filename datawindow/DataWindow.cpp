@@ -243,7 +243,7 @@ DataWindow::SetTitleAndHeader(uint32 type, uint32 size, const char* name)
 		view->SetTitleAndType(fName, type, size);
 	}
 	String hexHeader(header);
-	hexHeader << kHexColumns;
+	hexHeader << '\n' << kHexColumns;
 	fHexView = pvNamedView<HexView>(kViews[kHexView].name);
 	fHexView->SetHeader(hexHeader);
 	fHexView->SetTitleAndType(fName, type, size);
