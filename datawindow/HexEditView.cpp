@@ -604,6 +604,11 @@ HexEditView::pvWrite(const std::vector<uchar>& bytes)
 	DataWindow* window = dynamic_cast<DataWindow*>(Window());
 	if (window == nullptr || fType == 0)
 		return true;
+	// A new attribute gets its name in the string view, where closing adds it.
+	if (fName[0] == '\0') {
+		FailureAlert("A new attribute needs a name.");
+		return false;
+	}
 	uint32 size = uint32(bytes.size());
 	ssize_t written = window->WriteAttribute(fName, fType, bytes.data(), size);
 	// An empty value writes no bytes either way; the window forgets its

@@ -220,6 +220,27 @@ TEST(HexEditTest, AFixedSizeTypeKeepsItsSize)
 	});
 }
 
+TEST(HexEditTest, ANewAttributeWithoutANameIsNotWritten)
+{
+	WindowTester::RunHeadless([] {
+		HexWindow w("", kRaw, "ab");
+		std::vector<AlertInfo> alerts;
+		WindowTester::SetAlertResponder([&](const AlertInfo& alert) {
+			alerts.push_back(alert);
+			return 0;
+		});
+		w.Key(B_RETURN);
+		w.Type("4");
+		WindowTester::SetAlertResponder(nullptr);
+		ASSERT_EQ(1u, alerts.size());
+		EXPECT_NE(std::string::npos, alerts[0].text.find("A new attribute needs a name."));
+		w.window->Lock();
+		EXPECT_EQ(2, w.Editor()->Size());
+		EXPECT_EQ('a', w.Editor()->Data()[0]);
+		w.window->Unlock();
+	});
+}
+
 TEST(HexEditTest, AReReadOvertakenByALaterWriteDoesNotUndoIt)
 {
 	WindowTester::RunHeadless([] {
