@@ -120,19 +120,6 @@ TEST(AboutWindowTest, AKeyOrAClickOnTheIconOrTextCloses)
 	}
 }
 
-TEST(AboutWindowTest, OtherMessagesLeaveItOpen)
-{
-	WindowTester::RunHeadless([] {
-		GlAboutWindow* window = ShowAboutWindow();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		window->PostMessage('what');
-		tester.MouseMove(CentreOf(window, "Titles"));
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_TRUE(BMessenger(window).IsValid());
-	});
-}
-
 TEST(AboutWindowTest, DroppedFilesGoOnToTheApplicationAndTheWindowCloses)
 {
 	DropRecordingApp* app = nullptr;

@@ -192,32 +192,6 @@ TEST(AttrViewTest, IconRowsAreAsTallAsTheirBitmapsAndShowThem)
 	});
 }
 
-TEST(AttrViewTest, TheSelectedRowHasAGreenBand)
-{
-	WithTypedFile([](PanelWindow& w, const std::string& path) {
-		w.Show(path);
-		ASSERT_TRUE(w.window->Lock());
-		int32 selected = w.IndexOf("count");
-		int32 other = w.IndexOf("flag");
-		w.panel->MakeFocus(true);
-		EXPECT_TRUE(w.List()->IsFocus());
-		// With Option a selection opens no editor over the row.
-		WindowTester::HoldModifiers(B_OPTION_KEY | B_LEFT_OPTION_KEY);
-		w.List()->Select(selected);
-		BPoint inBand = w.InRow(selected, 5, 1);
-		BPoint beforeBand = w.InRow(selected, 2, 1);
-		BPoint unselected = w.InRow(other, 5, 1);
-		w.window->Unlock();
-		ASSERT_EQ(B_OK, w.tester.WaitForIdle());
-		WindowTester::HoldModifiers(0);
-
-		const rgb_color green = {0, 255, 0, 255};
-		EXPECT_EQ(green, w.tester.PixelAt(inBand));
-		EXPECT_NE(green, w.tester.PixelAt(beforeBand));
-		EXPECT_EQ(make_color(255, 255, 255), w.tester.PixelAt(unselected));
-	});
-}
-
 TEST(AttrViewTest, ANodeThatCannotBeReadLeavesTheListEmpty)
 {
 	TempFolder folder;

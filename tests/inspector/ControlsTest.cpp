@@ -9,7 +9,6 @@
 #include <Bitmap.h>
 #include <Entry.h>
 #include <InterfaceDefs.h>
-#include <ListItem.h>
 #include <Message.h>
 #include <Path.h>
 #include <ScrollBar.h>
@@ -18,7 +17,6 @@
 
 #include "Character.h"
 #include "IconView.h"
-#include "ItemView.h"
 #include "NewScroller.h"
 #include "SpecialIconView.h"
 #include "platform/storage/TempFolder.h"
@@ -43,23 +41,6 @@ KeyMessage(uint32 what, int8 byte)
 	message.AddInt8("byte", byte);
 	return message;
 }
-
-// A row that notes where it was asked to draw and fills that frame red.
-class RecordingItem : public BListItem {
-public:
-	void DrawItem(BView* owner, BRect frame, bool complete) override
-	{
-		fFrame = frame;
-		fComplete = complete;
-		fDraws++;
-		owner->SetHighColor(kRed);
-		owner->FillRect(frame);
-	}
-
-	BRect fFrame;
-	bool fComplete = true;
-	int32 fDraws = 0;
-};
 
 }	// namespace
 
@@ -90,17 +71,6 @@ TEST(ControlsTest, DoubleClicksAreCloseInPlaceAndUnderHalfASecondApart)
 	SpecialIconView clocked(BRect(0, 0, 31, 31), "clocked", B_FOLLOW_NONE, B_WILL_DRAW);
 	EXPECT_FALSE(clocked.IsDoubleClick(BPoint(1, 1)));
 	EXPECT_TRUE(clocked.IsDoubleClick(BPoint(1, 1)));
-}
-
-TEST(ControlsTest, BordersGrowTheIconWellOneWay)
-{
-	IconView icon(BRect(10, 10, 41, 41), "icon", B_FOLLOW_NONE, B_WILL_DRAW);
-	EXPECT_EQ(icon.Border(), B_NO_BORDER);
-	icon.SetBorder(B_FANCY_BORDER);
-	icon.SetBorder(B_PLAIN_BORDER);
-	EXPECT_EQ(icon.Frame(), BRect(6, 6, 45, 45));
-	icon.SetBorder(B_NO_BORDER);
-	EXPECT_EQ(icon.Frame(), BRect(6, 6, 45, 45));
 }
 
 TEST(ControlsTest, IconWellsAreFramedExceptOnWhite)
@@ -210,29 +180,6 @@ TEST(ControlsTest, ANodesIconIsDrawnAndAnEmptyWellShowsOnlyItsBackground)
 		}
 		EXPECT_EQ(emptyMarks, 0);
 		EXPECT_GT(iconMarks, 100);
-	});
-}
-
-TEST(ControlsTest, AnItemViewDrawsItsItemOverItsBounds)
-{
-	WindowTester::RunHeadless([] {
-		BWindow* window = NewWindow();
-		ItemView* view = new ItemView(BRect(20, 20, 119, 39), "item", B_FOLLOW_NONE,
-			B_WILL_DRAW);
-		RecordingItem item;
-		view->AddChild(&item);
-		window->AddChild(view);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(view->CountChildren(), 0);
-		EXPECT_GE(item.fDraws, 1);
-		EXPECT_EQ(item.fFrame, BRect(0, 0, 99, 19));
-		EXPECT_FALSE(item.fComplete);
-		window->Unlock();
-		EXPECT_EQ(kRed, tester.PixelAt(BPoint(21, 21)));
-		EXPECT_EQ(kRed, tester.PixelAt(BPoint(119, 39)));
 	});
 }
 

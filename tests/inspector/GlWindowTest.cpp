@@ -105,26 +105,6 @@ TEST(GlWindowTest, AnEmptyWindowOffersOnlyWhatNeedsNoNode)
 	});
 }
 
-TEST(GlWindowTest, APastelFrameSurroundsTheWhitePanel)
-{
-	WindowTester::RunHeadless([] {
-		GlWindow* window = ShowInspector();
-		ASSERT_TRUE(window->Lock());
-		BView* mainView = window->FindView("MainView");
-		ASSERT_NE(mainView, nullptr);
-		BPoint margin = window->ConvertFromScreen(mainView->ConvertToScreen(BPoint(2, 30)));
-		BView* panel = window->FindView("GlintView");
-		ASSERT_NE(panel, nullptr);
-		// Between the node box and the attribute panel.
-		BPoint inside = window->ConvertFromScreen(panel->ConvertToScreen(
-			BPoint(panel->Bounds().right - 2, window->FindView("NodeBox")->Frame().bottom + 2)));
-		window->Unlock();
-		WindowTester tester(window);
-		EXPECT_EQ(tester.PixelAt(margin), make_color(255, 255, 232));
-		EXPECT_EQ(tester.PixelAt(inside), make_color(255, 255, 255));
-	});
-}
-
 TEST(GlWindowTest, ALoadedWindowEnablesItsNodeCommandsAndEditing)
 {
 	TempFolder folder;

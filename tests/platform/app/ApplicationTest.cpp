@@ -143,42 +143,6 @@ TEST(ApplicationTest, SignatureAndAppInfo)
 	EXPECT_EQ(status, B_BAD_VALUE);
 }
 
-TEST(ApplicationTest, PulseFollowsTheRate)
-{
-	TestApp* app = nullptr;
-	std::mutex lock;
-	std::condition_variable created;
-	std::thread runner([&] {
-		TestApp running;
-		running.quitWhenReady = false;
-		{
-			std::lock_guard<std::mutex> guard(lock);
-			app = &running;
-		}
-		created.notify_all();
-		running.Run();
-	});
-	{
-		std::unique_lock<std::mutex> guard(lock);
-		created.wait(guard, [&] { return app != nullptr; });
-	}
-
-	// A long rate, then a short one: the change takes effect at once.
-	app->SetPulseRate(60000000);
-	app->SetPulseRate(2000);
-	for (int i = 0; i < 3; i++)
-		ASSERT_EQ(app->NextPulse(5000000), B_OK);
-
-	app->SetPulseRate(0);
-	ASSERT_EQ(WaitForLooperIdle(app, 5000000), B_OK);
-	while (app->NextPulse(0) == B_OK) {
-	}
-	EXPECT_EQ(app->NextPulse(20000), B_TIMED_OUT);
-
-	be_app_messenger.SendMessage(B_QUIT_REQUESTED);
-	runner.join();
-}
-
 namespace {
 
 // Stands in for the display server: runs in Run()'s thread until told to quit.

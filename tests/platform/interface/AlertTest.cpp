@@ -293,64 +293,6 @@ TEST(AlertTest, WaitingWindowKeepsRedrawing)
 	});
 }
 
-TEST(AlertTest, LayoutFollowsTheButtonWidthsAndTheKind)
-{
-	WindowTester::RunHeadless([] {
-		BAlert* usual = new BAlert("", "Text", "No", "Discard changes", "OK");
-		BAlert* widest = new BAlert("", "Text", "No", "Discard changes", "OK",
-			B_WIDTH_FROM_WIDEST);
-		BAlert* label = new BAlert("", "Text", "No", "Discard changes", "OK",
-			B_WIDTH_FROM_LABEL, B_EMPTY_ALERT);
-		for (BAlert* alert : {usual, widest, label}) {
-			ASSERT_TRUE(alert->Lock());
-			// Right-aligned, in order, the last one the default.
-			BRect bounds = alert->Bounds();
-			EXPECT_GE(bounds.Width() + 1, 310);
-			EXPECT_NEAR(bounds.right - 6, alert->ButtonAt(2)->Frame().right, 1);
-			EXPECT_LT(alert->ButtonAt(0)->Frame().right, alert->ButtonAt(1)->Frame().left);
-			EXPECT_LT(alert->ButtonAt(1)->Frame().right, alert->ButtonAt(2)->Frame().left);
-			EXPECT_TRUE(alert->ButtonAt(2)->IsDefault());
-			EXPECT_EQ(alert->ButtonAt(2), alert->DefaultButton());
-			EXPECT_EQ(nullptr, alert->ButtonAt(3));
-			EXPECT_EQ(B_MODAL_APP_WINDOW_FEEL, alert->Feel());
-			// Centred on the screen.
-			BRect screen = BScreen().Frame();
-			BRect frame = alert->Frame();
-			EXPECT_NEAR(screen.left + screen.right, frame.left + frame.right, 2);
-			EXPECT_NEAR(screen.top + screen.bottom, frame.top + frame.bottom, 2);
-			alert->Unlock();
-		}
-		auto width = [](BAlert* alert, int32 index) {
-			return alert->ButtonAt(index)->Frame().Width();
-		};
-		EXPECT_GE(width(usual, 0), 74);
-		EXPECT_GT(width(usual, 1), width(usual, 0));
-		EXPECT_EQ(width(widest, 0), width(widest, 1));
-		EXPECT_EQ(width(widest, 2), width(widest, 1));
-		EXPECT_LT(width(label, 0), width(usual, 0));
-		for (BAlert* alert : {usual, widest, label}) {
-			alert->Lock();
-			alert->Quit();
-		}
-
-		// The icon stripe and the icon, or neither for an empty alert.
-		rgb_color panel = ui_color(B_PANEL_BACKGROUND_COLOR);
-		for (alert_type type : {B_INFO_ALERT, B_IDEA_ALERT, B_WARNING_ALERT, B_STOP_ALERT,
-				B_EMPTY_ALERT}) {
-			GoThread go([type] {
-				return new BAlert("", "Text", "Cancel", "OK", NULL, B_WIDTH_AS_USUAL, type);
-			});
-			WindowTester tester(go.Alert());
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			bool empty = type == B_EMPTY_ALERT;
-			EXPECT_EQ(empty, tester.PixelAt(BPoint(3, 60)) == panel) << type;
-			EXPECT_EQ(empty, tester.PixelAt(BPoint(34, 24)) == panel) << type;
-			tester.TypeKey(B_ESCAPE);
-			EXPECT_EQ(0, go.Result());
-		}
-	});
-}
-
 TEST(AlertTest, AnAlertTakesTheSizeOfItsTextOverItsWindowUnderTheApplicationsName)
 {
 	// A window that makes an alert on its own thread and shows it.

@@ -222,16 +222,6 @@ FieldText(BWindow* window, const char* name)
 	return text;
 }
 
-bool
-IsEnabled(BWindow* window, const char* name)
-{
-	if (!window->Lock())
-		return false;
-	bool enabled = dynamic_cast<BControl*>(window->FindView(name))->IsEnabled();
-	window->Unlock();
-	return enabled;
-}
-
 void
 DoubleClick(WindowTester& tester, BPoint where)
 {
@@ -560,70 +550,6 @@ TEST(FilePanelTest, TheFolderFieldShowsTheFolderAndTakesATypedPath)
 	});
 }
 
-TEST(FilePanelTest, ASavePanelSendsTheFolderAndTheName)
-{
-	WindowTester::RunHeadless([] {
-		TempFolder folder;
-		MakeEntries(folder);
-		Recorder recorder;
-		TargetLooper* target = new TargetLooper(&recorder);
-		target->Run();
-		{
-			BMessenger messenger(target);
-			BFilePanel panel(B_SAVE_PANEL, &messenger);
-			panel.SetPanelDirectory(folder.Root().c_str());
-			panel.SetSaveText("draft");
-			panel.Show();
-			BWindow* window = panel.Window();
-			WindowTester tester(window);
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			EXPECT_EQ(std::string("test_platform_interface: Save"), window->Title());
-			EXPECT_EQ("draft", FieldText(window, "name"));
-
-			// A file clicked gives its name; a folder is entered by Save.
-			tester.Click(RowPoint(window, "b.txt"));
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			EXPECT_EQ("b.txt", FieldText(window, "name"));
-			tester.Click(RowPoint(window, "beta"));
-			tester.Click(ViewPoint(window, "default"));
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			EXPECT_EQ("deep|", Rows(window));
-
-			// Without a name there is nothing to save.
-			TypeInto(tester, window, "name", "");
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			EXPECT_FALSE(IsEnabled(window, "default"));
-			EXPECT_TRUE(panel.IsShowing());
-
-			TypeInto(tester, window, "name", "new file");
-			ASSERT_TRUE(recorder.WaitFor(1));
-			BMessage answer = recorder.Messages()[0];
-			EXPECT_EQ(uint32(B_SAVE_REQUESTED), answer.what);
-			entry_ref directory;
-			ASSERT_EQ(B_OK, answer.FindRef("directory", &directory));
-			EXPECT_EQ(folder.Path("beta"), PathOf(directory));
-			EXPECT_STREQ("new file", answer.GetString("name", ""));
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			EXPECT_FALSE(panel.IsShowing());
-
-			// A path typed to a new name opens its folder and offers the name.
-			panel.Show();
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			TypeInto(tester, window, "path", folder.Path("Alpha/report"));
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			EXPECT_EQ("report", FieldText(window, "name"));
-			tester.TypeKey(B_ENTER);
-			ASSERT_TRUE(recorder.WaitFor(2));
-			answer = recorder.Messages()[1];
-			ASSERT_EQ(B_OK, answer.FindRef("directory", &directory));
-			EXPECT_EQ(folder.Path("Alpha"), PathOf(directory));
-			EXPECT_STREQ("report", answer.GetString("name", ""));
-		}
-		target->Lock();
-		target->Quit();
-	});
-}
-
 namespace {
 
 // Leaves out the names ending in ".txt", and notes whether each entry came
@@ -657,27 +583,5 @@ TEST(FilePanelTest, ARefFilterLeavesEntriesOut)
 		panel.SetRefFilter(nullptr);
 		EXPECT_EQ("Alpha|beta|link-to-alpha|a.txt|b.txt|C.txt|link-to-file|",
 			Rows(panel.Window()));
-	});
-}
-
-TEST(FilePanelTest, TabGoesDownTheWindow)
-{
-	WithPanel(0, true, [](const TempFolder&, CountingPanel& panel, WindowTester& tester,
-		Recorder&, BLooper*) {
-		BWindow* window = panel.Window();
-		std::string order;
-		for (int32 i = 0; i < 5; i++) {
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			ASSERT_TRUE(window->Lock());
-			BView* focus = window->CurrentFocus();
-			// The path field's text view stands for the field.
-			if (focus != nullptr && dynamic_cast<BTextControl*>(focus->Parent()) != nullptr)
-				focus = focus->Parent();
-			order += std::string(focus != nullptr ? focus->Name() : "none") + "|";
-			window->Unlock();
-			tester.TypeKey(B_TAB);
-		}
-		// The default button is disabled while nothing is chosen: Tab passes it.
-		EXPECT_EQ("entries|cancel|up|path|entries|", order);
 	});
 }

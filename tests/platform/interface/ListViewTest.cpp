@@ -137,30 +137,6 @@ public:
 	std::string log;
 };
 
-// Logs its selection and drag hooks.
-class HookList : public BListView {
-public:
-	HookList()
-		: BListView(BRect(0, 0, 199, 199), "hooks", B_MULTIPLE_SELECTION_LIST)
-	{
-		Fill(this, 5);
-	}
-
-	bool InitiateDrag(BPoint where, int32 index, bool wasSelected) override
-	{
-		log += "drag " + std::to_string(index) + (wasSelected ? " selected" : "") + " from "
-			+ std::to_string(int(where.y)) + "|";
-		return true;
-	}
-
-	void SelectionChanged() override
-	{
-		log += "changed " + std::to_string(CurrentSelection(0)) + "|";
-	}
-
-	std::string log;
-};
-
 }	// namespace
 
 TEST(ListViewTest, ItemsAreAddedFoundMovedAndRemoved)
@@ -400,35 +376,6 @@ TEST(ListViewTest, TenThousandRowsDrawOnlyWhatShows)
 		// Emptied, the list scrolls back to the top.
 		EmptyAndDelete(list);
 		EXPECT_EQ(0, list->Bounds().top);
-		window->Unlock();
-	});
-}
-
-TEST(ListViewTest, HooksHearOfSelectionsAndDrags)
-{
-	WindowTester::RunHeadless([] {
-		BWindow* window = new BWindow(BRect(100, 100, 399, 399), "Hooks", B_TITLED_WINDOW, 0);
-		HookList* list = new HookList;
-		window->AddChild(new BScrollView("scroller", list));
-		window->Show();
-		WindowTester tester(window);
-
-		tester.Click(BPoint(50, 12));
-		tester.MouseMove(BPoint(250, 250));
-		// Pressed on a row and moved away with the button held: one drag.
-		tester.MouseDown(BPoint(50, 72));
-		tester.MouseMove(BPoint(52, 80), B_PRIMARY_MOUSE_BUTTON);
-		tester.MouseMove(BPoint(60, 120), B_PRIMARY_MOUSE_BUTTON);
-		tester.MouseUp(BPoint(60, 120));
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("changed 0|changed 3|drag 3 from 72|", list->log);
-		// Only a real change of the selection is news when deselecting.
-		list->log.clear();
-		list->DeselectAll();
-		list->DeselectAll();
-		list->Deselect(2);
-		EXPECT_EQ("changed -1|", list->log);
 		window->Unlock();
 	});
 }

@@ -215,28 +215,6 @@ TEST(MenuTest, ShortcutsEnablingAndTheSubmenusEnabledState)
 	EXPECT_EQ(B_ERROR, inner->Invoke());
 }
 
-TEST(MenuTest, TheBarTakesItsHeightFromTheFontAndBecomesTheKeyMenuBar)
-{
-	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester&) {
-		ASSERT_TRUE(window->Lock());
-		font_height height;
-		window->bar->GetFontHeight(&height);
-		EXPECT_GE(window->bar->Frame().Height(), height.ascent + height.descent);
-		EXPECT_LT(window->bar->Frame().Height(), 2 * (height.ascent + height.descent));
-		EXPECT_EQ(window->Bounds().Width(), window->bar->Frame().Width());
-		EXPECT_EQ(window->bar, window->KeyMenuBar());
-		BMenuBar* second = new BMenuBar(BRect(0, 100, 299, 110), "second");
-		window->AddChild(second);
-		EXPECT_EQ(window->bar, window->KeyMenuBar());
-		// The bar's items are side by side, in their order.
-		EXPECT_LT(window->bar->ItemAt(0)->Frame().right, window->bar->ItemAt(1)->Frame().left);
-		EXPECT_EQ(window, window->file->ItemAt(0)->Target());
-		window->ResizeBy(40, 0);
-		EXPECT_EQ(window->Bounds().Width(), window->bar->Frame().Width());
-		window->Unlock();
-	});
-}
-
 TEST(MenuTest, AClickOpensTheMenuAndAClickOnAnItemSendsItsMessage)
 {
 	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
@@ -430,42 +408,6 @@ TEST(MenuTest, F10AndTheArrowKeysWorkTheMenusFromTheKeyboard)
 		tester.TypeKey(B_ENTER);
 		// Undo is disabled: the first item that can be chosen is Copy.
 		EXPECT_EQ("begin|end|Copy Copy 1|", TakeLog(window, tester));
-	});
-}
-
-TEST(MenuTest, MarkedItemsShowACheckMarkAndDisabledOnesAreGrey)
-{
-	WithShownWindow<MenuLogWindow>([](MenuLogWindow* window, WindowTester& tester) {
-		ASSERT_TRUE(window->Lock());
-		window->file->ItemAt(0)->SetMarked(true);
-		window->Unlock();
-		OpenFromBar(window, tester, 0);
-		ASSERT_TRUE(window->Lock());
-		BMenuItem* open = window->file->ItemAt(0);
-		BMenuItem* save = window->file->ItemAt(1);
-		WindowTester menuTester(window->file->Window());
-		BRect openFrame = open->Frame();
-		BRect saveFrame = save->Frame();
-		window->Unlock();
-		// The open menu draws in the thread of its own window.
-		ASSERT_EQ(B_OK, menuTester.WaitForIdle());
-
-		auto darkPixels = [&menuTester](BRect area) {
-			int count = 0;
-			for (float y = area.top; y <= area.bottom; y++) {
-				for (float x = area.left; x <= area.right; x++) {
-					rgb_color color = menuTester.PixelAt(BPoint(x, y));
-					if (color.red < 100 && color.green < 100 && color.blue < 100)
-						count++;
-				}
-			}
-			return count;
-		};
-		BRect openMargin(openFrame.left + 1, openFrame.top, openFrame.left + 16,
-			openFrame.bottom);
-		BRect saveMargin = openMargin.OffsetByCopy(0, saveFrame.top - openFrame.top);
-		EXPECT_GT(darkPixels(openMargin), 5);
-		EXPECT_EQ(0, darkPixels(saveMargin));
 	});
 }
 

@@ -185,21 +185,6 @@ TEST(ScrollTest, TheBarKeepsItsValueInRangeAndScrollsItsTarget)
 	EXPECT_EQ(&bar, other.ScrollBar(B_VERTICAL));
 }
 
-TEST(ScrollTest, ATargetThatGoesAwayLeavesTheBarWithout)
-{
-	BScrollBar bar(BRect(0, 0, 99, B_H_SCROLL_BAR_HEIGHT), "bar", nullptr, 0, 100,
-		B_HORIZONTAL);
-	{
-		BView target(BRect(0, 0, 99, 99), "target", B_FOLLOW_NONE, 0);
-		bar.SetTarget(&target);
-		bar.SetValue(30);
-		EXPECT_EQ(30, target.Bounds().left);
-	}
-	EXPECT_EQ(nullptr, bar.Target());
-	bar.SetValue(40);
-	EXPECT_EQ(40, bar.Value());
-}
-
 TEST(ScrollTest, TheScrollViewWrapsItsTargetWithBorderAndBars)
 {
 	BView* target = new BView(BRect(10, 10, 109, 209), "target", B_FOLLOW_ALL, 0);

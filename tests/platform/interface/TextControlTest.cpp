@@ -193,30 +193,3 @@ TEST(TextControlTest, TabSelectsTheNextFieldAndADisabledFieldRefusesEdits)
 		window->Unlock();
 	});
 }
-
-TEST(TextControlTest, TheFocusedFieldIsFramedAndADisabledOneIsGreyed)
-{
-	WithShownWindow<FieldWindow>([](FieldWindow* window, WindowTester& tester) {
-		ASSERT_TRUE(window->Lock());
-		BRect field = window->first->TextView()->Frame();
-		window->first->ConvertToParent(&field);
-		// The frame's outer line, and a point of the field's background.
-		BPoint border(field.left + 20, field.top - 2);
-		BPoint inside(field.right - 3, field.top + 2);
-		rgb_color navigation = ui_color(B_KEYBOARD_NAVIGATION_COLOR);
-		window->Unlock();
-
-		EXPECT_NE(navigation, tester.PixelAt(border));
-		EXPECT_EQ(ui_color(B_DOCUMENT_BACKGROUND_COLOR), tester.PixelAt(inside));
-		tester.Click(window->FieldPoint(window->first));
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_EQ(navigation, tester.PixelAt(border));
-
-		ASSERT_TRUE(window->Lock());
-		window->first->SetEnabled(false);
-		window->Unlock();
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_NE(navigation, tester.PixelAt(border));
-		EXPECT_NE(ui_color(B_DOCUMENT_BACKGROUND_COLOR), tester.PixelAt(inside));
-	});
-}

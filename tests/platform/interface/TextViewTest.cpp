@@ -469,81 +469,6 @@ TEST(TextViewTest, KeysPassTheFocusViewsFiltersAndComposedTextIsTyped)
 	});
 }
 
-namespace {
-
-// Places every byte on a grid of 20 by 30 pixel cells, a line per row.
-class GridTextView : public BTextView {
-public:
-	GridTextView(BRect frame)
-		: BTextView(frame, "grid", BRect(0, 0, frame.Width(), frame.Height()), B_FOLLOW_NONE)
-	{
-		SetWordWrap(false);
-	}
-
-protected:
-	BRect ByteCell(int32 offset) const override
-	{
-		int32 line = LineAt(offset);
-		float left = 20.0f * float(offset - OffsetAt(line));
-		float top = 30.0f * float(line);
-		return BRect(left, top, left + 19, top + 29);
-	}
-};
-
-bool
-HasInk(WindowTester& tester, BRect rect)
-{
-	for (float y = rect.top; y <= rect.bottom; y++) {
-		for (float x = rect.left; x <= rect.right; x++) {
-			if (tester.PixelAt(BPoint(x, y)).red < 128)
-				return true;
-		}
-	}
-	return false;
-}
-
-}	// namespace
-
-TEST(TextViewTest, ASubclassPlacesTheCellsThatDrawingCaretAndClicksUse)
-{
-	WindowTester::RunHeadless([] {
-		BWindow* window = new BWindow(BRect(100, 100, 399, 199), "Grid", B_TITLED_WINDOW, 0);
-		GridTextView* view = new GridTextView(window->Bounds());
-		window->AddChild(view);
-		view->SetText("MM\nM");
-		view->MakeFocus(true);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ(BPoint(20, 0), view->PointAt(1));
-		EXPECT_EQ(BPoint(0, 30), view->PointAt(3));
-		EXPECT_EQ(BPoint(20, 30), view->PointAt(4)) << "the text's end follows its last cell";
-		EXPECT_EQ(1, view->OffsetAt(BPoint(25, 10)));
-		EXPECT_EQ(2, view->OffsetAt(BPoint(35, 10)));
-		EXPECT_EQ(4, view->OffsetAt(BPoint(35, 40)));
-		BRegion region;
-		view->GetTextRegion(0, 2, &region);
-		EXPECT_EQ(BRect(0, 0, 39, 29), region.Frame());
-		window->Unlock();
-
-		EXPECT_TRUE(HasInk(tester, BRect(22, 2, 37, 27)));
-		EXPECT_TRUE(HasInk(tester, BRect(2, 32, 17, 57)));
-		EXPECT_FALSE(HasInk(tester, BRect(42, 2, 57, 57)));
-
-		tester.Click(BPoint(5, 45));
-		tester.TypeKey(B_RIGHT_ARROW, B_SHIFT_KEY);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		int32 start, end;
-		view->GetSelection(&start, &end);
-		EXPECT_EQ(3, start);
-		EXPECT_EQ(4, end);
-		window->Unlock();
-	});
-}
-
 TEST(TextViewTest, AScrolledViewFollowsTheCaretAndAutoindentKeepsTheIndent)
 {
 	WindowTester::RunHeadless([] {
@@ -616,41 +541,6 @@ TEST(TextViewTest, A64KiBTextLaysOutAndEditsQuickly)
 	view.SetWordWrap(false);
 	view.SetWordWrap(true);
 	EXPECT_EQ(lines, view.CountLines());
-}
-
-TEST(TextViewTest, TheCaretBlinksOnlyInTheFocusedView)
-{
-	WithTextWindow("ab  ", [](TextWindow* window, WindowTester& tester) {
-		ASSERT_TRUE(window->Lock());
-		// The test gives the pulses itself.
-		window->SetPulseRate(0);
-		window->view->Select(4, 4);
-		float height;
-		BPoint caret = window->view->PointAt(4, &height);
-		caret.y += height / 2;
-		EXPECT_TRUE(window->IsActive());
-		window->UpdateIfNeeded();
-		window->Unlock();
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		auto dark = [&] { return tester.PixelAt(caret).red < 128; };
-		EXPECT_TRUE(dark());
-		for (bool shown : {false, true, false}) {
-			ASSERT_TRUE(window->Lock());
-			window->view->Pulse();
-			window->UpdateIfNeeded();
-			window->Unlock();
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			EXPECT_EQ(shown, dark());
-		}
-		// Without the focus there is no caret, and pulses leave it away.
-		ASSERT_TRUE(window->Lock());
-		window->view->MakeFocus(false);
-		window->view->Pulse();
-		window->UpdateIfNeeded();
-		window->Unlock();
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_FALSE(dark());
-	});
 }
 
 TEST(TextViewTest, CommandArrowsStepOverWordsAndEditsStopAtTheEnds)

@@ -199,23 +199,6 @@ TEST(ViewTest, PulsesReachViewsThatNeedThem)
 	});
 }
 
-TEST(ViewTest, ActivationReachesTheWindowsViews)
-{
-	WindowTester::RunHeadless([] {
-		std::string& log = FreshLog();
-		BWindow* window = new BWindow(BRect(0, 0, 199, 199), "Active", B_TITLED_WINDOW, 0);
-		window->AddChild(new HookView(BRect(0, 0, 49, 49), "view", &log, 0));
-		window->Show();
-		WindowTester tester(window);
-		tester.Activate();
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_TRUE(window->IsActive());
-		EXPECT_NE(std::string::npos, log.find("view active|"));
-		window->Unlock();
-	});
-}
-
 TEST(ViewTest, FontsMeasureTextByFamilyStyleAndSize)
 {
 	WindowTester::RunHeadless([] {
@@ -257,27 +240,5 @@ TEST(ViewTest, ControlAndFormatCharactersTakeRoomOfTheirOwn)
 		for (int32 i = 0; i < 8; i += 2)
 			parts += plain.StringWidth(hebrew + i, 2);
 		EXPECT_FLOAT_EQ(parts, whole);
-	});
-}
-
-TEST(ViewTest, BoxBordersAreDrawnInShadesOfTheViewColour)
-{
-	WindowTester::RunHeadless([] {
-		BWindow* window = new BWindow(BRect(0, 0, 199, 199), "Box", B_TITLED_WINDOW, 0);
-		BView* panel = new BView(window->Bounds(), "panel", B_FOLLOW_ALL, B_WILL_DRAW);
-		const rgb_color grey = ui_color(B_PANEL_BACKGROUND_COLOR);
-		panel->SetViewColor(grey);
-		window->AddChild(panel);
-		BBox* fancy = new BBox(BRect(10, 10, 89, 89), "fancy");
-		BBox* none = new BBox(BRect(100, 10, 179, 89), "none", B_FOLLOW_NONE, B_WILL_DRAW,
-			B_NO_BORDER);
-		panel->AddChild(fancy);
-		panel->AddChild(none);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_EQ(tint_color(grey, B_DARKEN_2_TINT), tester.PixelAt(BPoint(10, 50)));
-		EXPECT_EQ(make_color(255, 255, 255), tester.PixelAt(BPoint(11, 50)));
-		EXPECT_EQ(grey, tester.PixelAt(BPoint(100, 50)));
 	});
 }
