@@ -6,18 +6,6 @@
 #include "Formatting.h"
 #include "VellumString.h"
 
-TEST(Formatting, StringConvertsToACString)
-{
-	String text("abc");
-	const char* characters = text;
-	EXPECT_STREQ(characters, "abc");
-	text = "def";
-	EXPECT_STREQ(text, "def");
-	BString base("ghi");
-	String copy(base);
-	EXPECT_STREQ(copy, "ghi");
-}
-
 TEST(Formatting, TypeCodesInReadingOrder)
 {
 	EXPECT_STREQ(ASCII('LONG'), "LONG");

@@ -115,65 +115,6 @@ TEST(ClipboardTest, DataNeedsTheLock)
 	EXPECT_FALSE(clipboard.IsLocked());
 }
 
-TEST(ClipboardTest, RevertAndCommitIfUnchanged)
-{
-	BClipboard mine("contended"), theirs("contended");
-	CommitText(&mine, "original");
-
-	ASSERT_TRUE(mine.Lock());
-	mine.Data()->AddString("text", "scribble");
-	ASSERT_EQ(B_OK, mine.Revert());
-	type_code type;
-	int32 count = 0;
-	ASSERT_EQ(B_OK, mine.Data()->GetInfo("text", &type, &count));
-	EXPECT_EQ(1, count);
-
-	CommitText(&theirs, "theirs");
-	uint32 local = mine.LocalCount();
-	EXPECT_EQ(B_ERROR, mine.Commit(true));
-	EXPECT_EQ(local, mine.LocalCount());
-	ASSERT_EQ(B_OK, mine.Revert());
-	const char* text;
-	ASSERT_EQ(B_OK, mine.Data()->FindString("text", &text));
-	EXPECT_STREQ("theirs", text);
-	EXPECT_EQ(B_OK, mine.Commit(true));
-	mine.Unlock();
-	EXPECT_EQ(theirs.SystemCount(), mine.LocalCount());
-}
-
-TEST(ClipboardTest, WatchersHearOfCommits)
-{
-	BLooper* looper = new BLooper("watcher");
-	std::atomic<int> changes{0};
-	class Counter : public BHandler {
-	public:
-		explicit Counter(std::atomic<int>* changes) : BHandler("counter"), fChanges(changes) {}
-		void MessageReceived(BMessage* message) override
-		{
-			if (message->what == B_CLIPBOARD_CHANGED)
-				(*fChanges)++;
-		}
-		std::atomic<int>* fChanges;
-	};
-	Counter* counter = new Counter(&changes);
-	looper->AddHandler(counter);
-	looper->Run();
-
-	BClipboard clipboard("watched");
-	ASSERT_EQ(B_OK, clipboard.StartWatching(BMessenger(counter)));
-	CommitText(&clipboard, "one");
-	ASSERT_EQ(B_OK, clipboard.StopWatching(BMessenger(counter)));
-	EXPECT_EQ(B_BAD_VALUE, clipboard.StopWatching(BMessenger(counter)));
-	CommitText(&clipboard, "two");
-
-	// A synchronous round trip: everything posted before has been handled.
-	BMessage reply;
-	ASSERT_EQ(B_OK, BMessenger(looper).SendMessage(B_PULSE, &reply));
-	EXPECT_EQ(1, changes);
-	looper->Lock();
-	looper->Quit();
-}
-
 TEST(ClipboardTest, ApplicationMakesTheSystemClipboard)
 {
 	EXPECT_EQ(nullptr, be_clipboard);

@@ -37,19 +37,6 @@ public:
 	std::string log;
 };
 
-// Whether any pixel of the window's frame inside rect has the given colour.
-bool
-Shows(WindowTester& tester, BRect rect, rgb_color color)
-{
-	for (float y = rect.top; y <= rect.bottom; y++) {
-		for (float x = rect.left; x <= rect.right; x++) {
-			if (tester.PixelAt(BPoint(x, y)) == color)
-				return true;
-		}
-	}
-	return false;
-}
-
 // Adds a button to the window as the column'th of a row along its top.
 BButton*
 AddButton(BWindow* window, int32 column, const char* name, const char* label)
@@ -100,33 +87,6 @@ TEST(ControlsTest, ButtonsInvokeByClickAndEnterAndTheDefaultTakesEnter)
 	});
 }
 
-TEST(ControlsTest, OnlyTheFocusedButtonShowsTheFocusMark)
-{
-	WindowTester::RunHeadless([] {
-		ControlWindow* window = new ControlWindow;
-		BButton* ok = AddButton(window, 0, "ok", "OK");
-		BButton* other = AddButton(window, 1, "other", "Other");
-		window->Show();
-		WindowTester tester(window);
-		tester.Activate();
-		ASSERT_TRUE(window->Lock());
-		ok->MakeFocus(true);
-		window->Unlock();
-		const rgb_color mark = ui_color(B_KEYBOARD_NAVIGATION_COLOR);
-
-		for (BButton* focused : {ok, other, ok}) {
-			ASSERT_EQ(B_OK, tester.WaitForIdle());
-			ASSERT_TRUE(window->Lock());
-			BRect okFrame = ok->Frame(), otherFrame = other->Frame();
-			EXPECT_TRUE(focused->IsFocus());
-			window->Unlock();
-			EXPECT_EQ(focused == ok, Shows(tester, okFrame, mark)) << focused->Name();
-			EXPECT_EQ(focused == other, Shows(tester, otherFrame, mark)) << focused->Name();
-			tester.TypeKey(B_TAB);
-		}
-	});
-}
-
 TEST(ControlsTest, TurningOneRadioButtonOnTurnsItsSiblingsOff)
 {
 	WindowTester::RunHeadless([] {
@@ -166,32 +126,5 @@ TEST(ControlsTest, TurningOneRadioButtonOnTurnsItsSiblingsOff)
 		EXPECT_EQ(B_CONTROL_ON, radios[2]->Value());
 		EXPECT_EQ("b=1|c=1|", window->log);
 		window->Unlock();
-	});
-}
-
-TEST(ControlsTest, ControlsTakeTheirParentsColourAndSizeToTheirLabels)
-{
-	WindowTester::RunHeadless([] {
-		ControlWindow* window = new ControlWindow;
-		BView* panel = new BView(window->Bounds(), "panel", B_FOLLOW_ALL, B_WILL_DRAW);
-		const rgb_color yellow = {255, 255, 232, 255};
-		panel->SetViewColor(yellow);
-		window->AddChild(panel);
-		BStringView* text = new BStringView(BRect(10, 10, 20, 20), "text", "A longer label");
-		BButton* button = new BButton(BRect(10, 40, 20, 50), "button", "Go", nullptr);
-		panel->AddChild(text);
-		panel->AddChild(button);
-		EXPECT_EQ(yellow, text->ViewColor());
-		EXPECT_EQ(yellow, button->ViewColor());
-		text->ResizeToPreferred();
-		button->ResizeToPreferred();
-		EXPECT_GT(text->Bounds().Width(), text->StringWidth("A longer"));
-		EXPECT_GE(button->Bounds().Width(), 75);
-		EXPECT_GT(button->Bounds().Height(), 15);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		// The string view's background is its parent's colour.
-		EXPECT_EQ(yellow, tester.PixelAt(BPoint(11, 11)));
 	});
 }

@@ -363,24 +363,6 @@ TEST(FilePanelTest, EntersFoldersByDoubleClickOrEnterAndGoesUp)
 	});
 }
 
-TEST(FilePanelTest, TypingInTheListSelectsByName)
-{
-	WithPanel(0, true, [](const TempFolder&, CountingPanel& panel, WindowTester& tester,
-		Recorder&, BLooper*) {
-		BWindow* window = panel.Window();
-		tester.TypeText("B");
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_EQ("beta|", Selection(window));
-		tester.TypeText(".t");
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_EQ("b.txt|", Selection(window));
-		// Nothing starts with "b.tq": the selection stays.
-		tester.TypeText("q");
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		EXPECT_EQ("b.txt|", Selection(window));
-	});
-}
-
 TEST(FilePanelTest, OpenSendsTheChosenRefsToTheTargetAndHides)
 {
 	WithPanel(0, true, [](const TempFolder& folder, CountingPanel& panel,

@@ -1,20 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <cstdio>
 #include <string>
-#include <vector>
 
 #include <Application.h>
-#include <Entry.h>
 #include <Message.h>
-#include <Path.h>
 #include <View.h>
 #include <Window.h>
 #include <WindowTester.h>
-
-#include "platform/storage/TempFolder.h"
 
 using BPrivate::WindowTester;
 
@@ -47,24 +39,6 @@ public:
 	{
 		*fLog += std::string(Name()) + " key " + std::string(bytes, numBytes) + "|";
 		BView::KeyDown(bytes, numBytes);
-	}
-
-	void MessageReceived(BMessage* message) override
-	{
-		if (message->what == B_SIMPLE_DATA) {
-			entry_ref ref;
-			for (int32 i = 0; message->FindRef("refs", i, &ref) == B_OK; i++) {
-				// The refs lead back to the files.
-				BPath path(&ref);
-				*fLog += std::string(Name()) + " drop " + (path.InitCheck() == B_OK
-					? path.Leaf() : "?") + "|";
-			}
-			BPoint where = ConvertFromScreen(message->DropPoint());
-			*fLog += "at " + std::to_string(int(where.x)) + "," + std::to_string(int(where.y))
-				+ "|";
-			return;
-		}
-		BView::MessageReceived(message);
 	}
 
 	bool holdMouse = false;
@@ -169,60 +143,5 @@ TEST(InputTest, KeysGoToTheFocusAndTabMovesAmongNavigableViews)
 		EXPECT_EQ(second, window->CurrentFocus());
 		EXPECT_TRUE(second->IsFocus());
 		window->Unlock();
-	});
-}
-
-TEST(InputTest, DroppedFilesReachTheViewUnderTheDropPoint)
-{
-	WindowTester::RunHeadless([] {
-		std::string log;
-		BWindow* window = new BWindow(BRect(30, 40, 229, 239), "Drop", B_TITLED_WINDOW, 0);
-		window->AddChild(new LogView(BRect(0, 0, 99, 199), "left", &log));
-		window->AddChild(new LogView(BRect(100, 0, 199, 199), "right", &log));
-		window->Show();
-		WindowTester tester(window);
-
-		TempFolder folder;
-		std::vector<std::string> paths = {folder.File("one"), folder.File("two")};
-		tester.DropFiles(BPoint(150, 60), paths);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("right drop one|right drop two|at 50,60|", log);
-		window->Unlock();
-	});
-}
-
-TEST(InputTest, MenuShortcutsTakeTheKeyOnlyWhenTheirItemIsEnabled)
-{
-	WindowTester::RunHeadless([] {
-		std::string log;
-		ShortcutWindow* window = new ShortcutWindow(&log);
-		LogView* focus = new LogView(BRect(0, 0, 9, 9), "focus", &log, B_NAVIGABLE);
-		window->AddChild(focus);
-		focus->MakeFocus(true);
-		bool enabled = false;
-		window->AddShortcut('s', B_SHIFT_KEY, [&log, &enabled] {
-			log += enabled ? "save|" : "disabled|";
-			return enabled;
-		});
-		window->Show();
-		WindowTester tester(window);
-		tester.TypeKey('s', B_COMMAND_KEY | B_SHIFT_KEY);
-		tester.TypeKey('s', B_COMMAND_KEY);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		// A disabled item leaves the key to the focus; without Shift it is another key.
-		EXPECT_EQ("disabled|focus key S|focus key s|", log);
-		log.clear();
-		enabled = true;
-		window->Unlock();
-		tester.TypeKey('S', B_COMMAND_KEY | B_SHIFT_KEY);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_EQ("save|", log);
-		EXPECT_TRUE(window->HasShortcut('S', B_SHIFT_KEY));
-		window->RemoveShortcut('s', B_SHIFT_KEY);
-		EXPECT_FALSE(window->HasShortcut('s', B_SHIFT_KEY));
-		window->Quit();
 	});
 }
