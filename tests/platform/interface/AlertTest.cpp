@@ -35,30 +35,6 @@ struct ResponderScope {
 	~ResponderScope() { WindowTester::SetAlertResponder(nullptr); }
 };
 
-// Receives what an asynchronous alert sends.
-class ReplyLooper : public BLooper {
-public:
-	ReplyLooper() : BLooper("replies") {}
-
-	void MessageReceived(BMessage* message) override
-	{
-		if (message->what == 'Rply')
-			fReply.set_value(*message);
-		else
-			BLooper::MessageReceived(message);
-	}
-
-	BMessage Wait()
-	{
-		std::future<BMessage> reply = fReply.get_future();
-		EXPECT_EQ(std::future_status::ready, reply.wait_for(std::chrono::seconds(10)));
-		return reply.get();
-	}
-
-private:
-	std::promise<BMessage> fReply;
-};
-
 // Makes an alert and runs its Go() on a thread of its own, as a program thread
 // would (a looper belongs to the thread that made it until it runs).
 class GoThread {
@@ -188,36 +164,6 @@ TEST(AlertTest, ResponderSeesTheAlertAndChoosesTheButton)
 		EXPECT_EQ(B_STOP_ALERT, seen[1].type);
 		// Answered alerts are gone without ever showing.
 		EXPECT_EQ(windowsBefore, be_app->CountWindows());
-	});
-}
-
-TEST(AlertTest, AsynchronousAlertSendsWhich)
-{
-	WindowTester::RunHeadless([] {
-		ReplyLooper* looper = new ReplyLooper;
-		looper->Run();
-		{
-			ResponderScope scope([](const AlertInfo&) { return int32(2); });
-			BAlert* alert = ThreeButtonAlert();
-			ASSERT_EQ(B_OK, alert->Go(new BInvoker(new BMessage('Rply'), looper)));
-			BMessage reply = looper->Wait();
-			EXPECT_EQ(2, reply.GetInt32("which", -1));
-		}
-
-		// Unanswered: the call returns at once, the click answers later.
-		ReplyLooper* second = new ReplyLooper;
-		second->Run();
-		BAlert* alert = new BAlert("Add", "Add it?", "Cancel", "Add");
-		WindowTester tester(alert);
-		ASSERT_EQ(B_OK, alert->Go(new BInvoker(new BMessage('Rply'), second)));
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		tester.Click(CentreOf(alert, 0));
-		EXPECT_EQ(0, second->Wait().GetInt32("which", -1));
-
-		for (BLooper* each : {static_cast<BLooper*>(looper), static_cast<BLooper*>(second)}) {
-			each->Lock();
-			each->Quit();
-		}
 	});
 }
 

@@ -253,36 +253,6 @@ TEST(ListViewTest, ClicksSelectAndDoubleClicksInvokeWithTheirFields)
 	});
 }
 
-TEST(ListViewTest, ShiftClicksGrowAndShrinkAMultipleSelection)
-{
-	WithShownWindow<ListWindow>([](ListWindow* window, WindowTester& tester) {
-		ASSERT_TRUE(window->Lock());
-		window->list->SetListType(B_MULTIPLE_SELECTION_LIST);
-		window->Unlock();
-		tester.Click(window->RowPoint(1));
-		tester.MouseMove(BPoint(150, 150));
-		tester.Click(window->RowPoint(4), B_SHIFT_KEY);
-		tester.MouseMove(BPoint(150, 150));
-		tester.Click(window->RowPoint(6), B_SHIFT_KEY);
-		tester.MouseMove(BPoint(150, 150));
-		tester.Click(window->RowPoint(4), B_SHIFT_KEY);
-		tester.TypeKey(B_ENTER);
-		EXPECT_EQ("S1|S1,4|S1,4,6|S1,6|I1,6|", TakeLog(window, tester));
-		// Without Shift a click starts over.
-		tester.MouseMove(BPoint(150, 150));
-		tester.Click(window->RowPoint(3));
-		EXPECT_EQ("S3|", TakeLog(window, tester));
-
-		// The same in a single-selection list replaces the selection.
-		ASSERT_TRUE(window->Lock());
-		window->list->SetListType(B_SINGLE_SELECTION_LIST);
-		window->Unlock();
-		tester.MouseMove(BPoint(150, 150));
-		tester.Click(window->RowPoint(8), B_SHIFT_KEY);
-		EXPECT_EQ("S8|", TakeLog(window, tester));
-	});
-}
-
 TEST(ListViewTest, KeysMoveTheSelectionAndScrollToIt)
 {
 	WithShownWindow<ListWindow>([](ListWindow* window, WindowTester& tester) {

@@ -185,45 +185,6 @@ TEST(ScrollTest, TheBarKeepsItsValueInRangeAndScrollsItsTarget)
 	EXPECT_EQ(&bar, other.ScrollBar(B_VERTICAL));
 }
 
-TEST(ScrollTest, TheScrollViewWrapsItsTargetWithBorderAndBars)
-{
-	BView* target = new BView(BRect(10, 10, 109, 209), "target", B_FOLLOW_ALL, 0);
-	BScrollView view("scroller", target, B_FOLLOW_ALL, 0, true, true, B_FANCY_BORDER);
-	EXPECT_EQ(BRect(8, 8, 126, 226), view.Frame());
-	EXPECT_EQ(BRect(2, 2, 101, 201), target->Frame());
-	EXPECT_EQ(target, view.Target());
-	BScrollBar* vertical = view.ScrollBar(B_VERTICAL);
-	BScrollBar* horizontal = view.ScrollBar(B_HORIZONTAL);
-	ASSERT_NE(nullptr, vertical);
-	ASSERT_NE(nullptr, horizontal);
-	EXPECT_EQ(BRect(102, 2, 116, 201), vertical->Frame());
-	EXPECT_EQ(BRect(2, 202, 101, 216), horizontal->Frame());
-	EXPECT_EQ(target, vertical->Target());
-	EXPECT_EQ(vertical, target->ScrollBar(B_VERTICAL));
-
-	// Without a border the target and the bars take the room it had.
-	view.SetBorder(B_NO_BORDER);
-	EXPECT_EQ(BRect(0, 0, 103, 203), target->Frame());
-	EXPECT_EQ(BRect(104, 0, 118, 203), vertical->Frame());
-	EXPECT_EQ(B_ERROR, view.SetBorderHighlighted(true));
-	view.SetBorder(B_PLAIN_BORDER);
-	EXPECT_EQ(B_OK, view.SetBorderHighlighted(true));
-	EXPECT_TRUE(view.IsBorderHighlighted());
-
-	// A new target takes the old one's place and the bars.
-	BView* other = new BView(BRect(0, 0, 10, 10), "other", B_FOLLOW_ALL, 0);
-	view.SetTarget(other);
-	EXPECT_EQ(other, view.ChildAt(0));
-	EXPECT_EQ(nullptr, target->Parent());
-	EXPECT_EQ(BRect(1, 1, 102, 202), other->Frame());
-	EXPECT_EQ(other, horizontal->Target());
-	delete target;
-
-	BScrollView single("single", new BView(BRect(0, 0, 49, 49), "t", B_FOLLOW_ALL, 0));
-	EXPECT_EQ(nullptr, single.ScrollBar(B_VERTICAL));
-	EXPECT_EQ(nullptr, single.ScrollBar(B_HORIZONTAL));
-}
-
 TEST(ScrollTest, BarsFollowTheListAndResizeWithTheWindow)
 {
 	WithScrolledList(100, [](BWindow* window, BListView* list, WindowTester& tester) {

@@ -469,59 +469,6 @@ TEST(TextViewTest, KeysPassTheFocusViewsFiltersAndComposedTextIsTyped)
 	});
 }
 
-TEST(TextViewTest, AScrolledViewFollowsTheCaretAndAutoindentKeepsTheIndent)
-{
-	WindowTester::RunHeadless([] {
-		BWindow* window = new BWindow(BRect(100, 100, 399, 199), "Scroll", B_TITLED_WINDOW, 0);
-		BTextView* view = new BTextView(BRect(0, 0, 280, 99), "text", BRect(2, 2, 270, 97),
-			B_FOLLOW_NONE);
-		BScrollView* scroll = new BScrollView("scroll", view, B_FOLLOW_NONE, 0, false, true);
-		window->AddChild(scroll);
-		std::string text;
-		for (int32 i = 0; i < 40; i++)
-			text += "line " + std::to_string(i) + "\n";
-		view->SetText(text.c_str());
-		view->MakeFocus(true);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-
-		ASSERT_TRUE(window->Lock());
-		EXPECT_TRUE(scroll->IsBorderHighlighted());
-		BScrollBar* bar = view->ScrollBar(B_VERTICAL);
-		ASSERT_NE(nullptr, bar);
-		float min, max;
-		bar->GetRange(&min, &max);
-		EXPECT_GT(max, view->TextHeight(0, 30));
-		window->Unlock();
-
-		tester.TypeKey(B_END, B_COMMAND_KEY);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		EXPECT_TRUE(view->Bounds().Contains(view->PointAt(view->TextLength())));
-		EXPECT_FLOAT_EQ(view->Bounds().top, bar->Value());
-		window->Unlock();
-		tester.TypeKey(B_PAGE_UP);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		int32 start, end;
-		view->GetSelection(&start, &end);
-		EXPECT_LT(start, view->TextLength());
-		EXPECT_TRUE(view->Bounds().Contains(view->PointAt(start)));
-		view->SetAutoindent(true);
-		window->Unlock();
-
-		tester.TypeText("\t x");
-		tester.TypeKey(B_ENTER);
-		tester.TypeText("y");
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		std::string typed(view->Text() + start);
-		EXPECT_EQ("\t x\n\t y", typed.substr(0, 7));
-		window->Unlock();
-	});
-}
-
 TEST(TextViewTest, A64KiBTextLaysOutAndEditsQuickly)
 {
 	BTextView view(BRect(0, 0, 399, 299), "big", BRect(0, 0, 399, 299), B_FOLLOW_NONE);
@@ -563,49 +510,5 @@ TEST(TextViewTest, CommandArrowsStepOverWordsAndEditsStopAtTheEnds)
 		tester.TypeKey(B_END);
 		tester.TypeKey(B_DELETE);
 		EXPECT_EQ("16-16 one, two_2 three", Selection(window, tester));
-	});
-}
-
-TEST(TextViewTest, ADragHeldBelowTheViewKeepsScrollingWithThePulse)
-{
-	WindowTester::RunHeadless([] {
-		BWindow* window = new BWindow(BRect(100, 100, 399, 299), "Drag", B_TITLED_WINDOW, 0);
-		BTextView* view = new BTextView(BRect(0, 0, 299, 99), "text", BRect(2, 2, 290, 97),
-			B_FOLLOW_NONE);
-		window->AddChild(view);
-		std::string text;
-		for (int32 i = 0; i < 40; i++)
-			text += "line " + std::to_string(i) + "\n";
-		view->SetText(text.c_str());
-		window->SetPulseRate(0);
-		window->Show();
-		WindowTester tester(window);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-
-		tester.MouseDown(BPoint(1, 10));
-		tester.MouseMove(BPoint(10, 150), B_PRIMARY_MOUSE_BUTTON);
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		int32 previous = -1;
-		for (int32 i = 0; i < 3; i++) {
-			ASSERT_TRUE(window->Lock());
-			int32 start, end;
-			view->GetSelection(&start, &end);
-			EXPECT_EQ(0, start);
-			EXPECT_GT(end, previous);
-			EXPECT_GT(view->Bounds().top, 0);
-			previous = end;
-			view->Pulse();
-			window->Unlock();
-		}
-		tester.MouseUp(BPoint(10, 150));
-		ASSERT_EQ(B_OK, tester.WaitForIdle());
-		ASSERT_TRUE(window->Lock());
-		int32 end;
-		view->GetSelection(nullptr, &end);
-		view->Pulse();
-		int32 after;
-		view->GetSelection(nullptr, &after);
-		EXPECT_EQ(end, after) << "the release ends the drag";
-		window->Unlock();
 	});
 }
