@@ -231,9 +231,8 @@ DataWindow::SetTitleAndHeader(uint32 type, uint32 size, const char* name)
 		char title[kTitleLength];
 		snprintf(title, sizeof(title), "%s: %s", fFile != nullptr ? fFile->Name() : "", name);
 		SetTitle(title);
-	}
-	if (name != nullptr)
 		fName = name;
+	}
 	String header = MakeHeaderString(type, size, fName);
 	fType = type;
 	fSize = size;
@@ -269,8 +268,7 @@ DataWindow::Insert(const void* data, long size)
 void
 DataWindow::SetData(const void* data, long size)
 {
-	if (size < 0)
-		size = data != nullptr ? strlen(static_cast<const char*>(data)) : 0;
+	// Insert takes a negative size as the text's length.
 	ClearAll();
 	Insert(data, size);
 }
